@@ -14,6 +14,11 @@ add_library(
   names/nameconvert.cpp
   names/nameparse.cpp
   names/pairs.cpp
+  messages/blockpool.cpp
+  messages/messagecache.cpp
+  messages/messagehandle.cpp
+  messages/messagemgr.cpp
+  messages/msgagent.cpp
   names/tename.cpp
   names/tptemplates.cpp
   notify/debuglog.cpp

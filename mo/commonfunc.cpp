@@ -76,8 +76,8 @@ unsigned long setAttribute(TEName* name, const char* attribute, const char* text
 
 }  // namespace
 
-unsigned long TECommonFunc::OnSetUserLabel(const globaldefs::NVSList_T& name,
-                                           const char* userLabel, bool refused) {
+unsigned long TECommonFunc::OnSetUserLabel(const globaldefs::NVSList_T& name, const char* userLabel,
+                                           bool refused) {
   return refused ? RESULT_NOT_SUPPORTED : setByNmsName(name, userLabel, &OnSetUserLabel);
 }
 

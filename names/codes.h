@@ -26,17 +26,17 @@ enum NameType : int {
 // Results of every operation that returns an unsigned long.
 enum ResultCode : unsigned long {
   RESULT_OK = 0,
-  RESULT_NO_INTERFACE = 0x41180004,         // a requested service is not registered
-  RESULT_NOT_SUPPORTED = 0x41180032,        // operation or kind of object
-  RESULT_NO_OBJECT_TYPE = 0x41180053,       // the name's kind has no TMF 814 object type
-  RESULT_NULL_ARGUMENT = 0x4118005F,        // no name, or no text
-  RESULT_BAD_NAME = 0x41180060,             // malformed or empty NMS name
-  RESULT_TEXT_TOO_LONG = 0x4118006A,        // longer than 252 characters
-  RESULT_EMPTY_NAME = 0x411800BD,           // missing or empty name object
-  RESULT_OTHER_EMS = 0x411800CB,            // not this EMS, or refused by validation
-  RESULT_NO_ELEMENT_ID = 0x411800CC,        // managed-element id 0, or refused
-  RESULT_LINK_REFUSED = 0x411800D4,         // topological link refused by validation
-  RESULT_SUBNETWORK_REFUSED = 0x411800D5    // subnetwork refused by validation
+  RESULT_NO_INTERFACE = 0x41180004,       // a requested service is not registered
+  RESULT_NOT_SUPPORTED = 0x41180032,      // operation or kind of object
+  RESULT_NO_OBJECT_TYPE = 0x41180053,     // the name's kind has no TMF 814 object type
+  RESULT_NULL_ARGUMENT = 0x4118005F,      // no name, or no text
+  RESULT_BAD_NAME = 0x41180060,           // malformed or empty NMS name
+  RESULT_TEXT_TOO_LONG = 0x4118006A,      // longer than 252 characters
+  RESULT_EMPTY_NAME = 0x411800BD,         // missing or empty name object
+  RESULT_OTHER_EMS = 0x411800CB,          // not this EMS, or refused by validation
+  RESULT_NO_ELEMENT_ID = 0x411800CC,      // managed-element id 0, or refused
+  RESULT_LINK_REFUSED = 0x411800D4,       // topological link refused by validation
+  RESULT_SUBNETWORK_REFUSED = 0x411800D5  // subnetwork refused by validation
 };
 
 }  // namespace NS_QUORCORBA

@@ -49,8 +49,7 @@ class Name_Validate_Visitor : public Name_Visitor {
 
   unsigned long Visit(TETopoLinkName* name) override {
     if (name == nullptr) {
-      return refuseNull("Name_Validate_Visitor::Visit fail,TETopoLinkName* pName is nil",
-                        __LINE__);
+      return refuseNull("Name_Validate_Visitor::Visit fail,TETopoLinkName* pName is nil", __LINE__);
     }
     return visitEmsThen(name, !name->topoLinkId_.empty());
   }

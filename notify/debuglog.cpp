@@ -3,7 +3,6 @@
 #include <atomic>
 #include <memory>
 
-#include "names/codes.h"
 #include "notify/exceptions.h"
 #include "platform/services.h"
 
@@ -17,9 +16,7 @@ using NS_BUNDLEMGR1::LogProxy;
 std::shared_ptr<LogProxy> findLog() {
   NS_BUNDLEMGR1::CheckIFBuf<NS_LOG_SERVICE1::LogSvcInterface> service("LogSvcInterface");
   if (service.Get() == nullptr) {
-    InterfaceNotExistException missing;
-    missing.code_ = static_cast<int>(RESULT_NO_INTERFACE);
-    throw missing;
+    throwInterfaceNotExist();
   }
   auto log = service.Get()->GetLogger("zk_quor_corbaagent_bundle", "zk_quorcorba_emf", "debug");
   if (!log) {

@@ -48,4 +48,11 @@ class InterfaceNotExistException : public ProcessException {
   ~InterfaceNotExistException() override = default;
 };
 
+// Throws an InterfaceNotExistException with its code and no texts.
+[[noreturn]] inline void throwInterfaceNotExist() {
+  InterfaceNotExistException missing;
+  missing.code_ = 0x41180004;
+  throw missing;
+}
+
 #endif

@@ -83,8 +83,7 @@ void TANotification::OnObjectCreated(TEName* name, bool edgePointRelated, CORBA:
 }
 
 void TANotification::OnObjectDeleted(TEName* name, bool edgePointRelated) {
-  SendObjectNotification(DELETION, name, edgePointRelated, CORBA::Any(),
-                         notifications::NVList_T());
+  SendObjectNotification(DELETION, name, edgePointRelated, CORBA::Any(), notifications::NVList_T());
 }
 
 void TANotification::OnObjectAVC(TEName* name, const notifications::NVList_T& attributes,

@@ -1,0 +1,155 @@
+#include "messages/msgagent.h"
+
+#include <cerrno>
+#include <new>
+
+#include "messages/messagecache.h"
+#include "messages/traceorigin.h"
+#include "platform/config.h"
+
+namespace NS_QUORCORBA {
+
+namespace {
+
+constexpr long MOST_QUEUED = 10000;
+
+long configuredCachesize() {
+  const long configured = CorbaAgentConfig::Instance()->GetCachesize();
+  return configured > 0 && configured <= MOST_QUEUED ? configured : MOST_QUEUED;
+}
+
+NXEventHolder* eventOf(const ACE_Message_Block& block) {
+  return reinterpret_cast<NXEventHolder*>(block.base());
+}
+
+}  // namespace
+
+Nex_MsgAgent::Nex_MsgAgent(NXMessageCache* cache)
+    : cachesize_(configuredCachesize()), cache_(cache) {}
+
+Nex_MsgAgent::~Nex_MsgAgent() {
+  stop_ = true;
+  auto* wakeUp = new (std::nothrow) ACE_Message_Block;
+  if (wakeUp == nullptr) {
+    errno = ENOMEM;
+  }
+  if (putq(wakeUp) == -1 && wakeUp != nullptr) {
+    wakeUp->release();
+  }
+  wait();
+  drain();
+}
+
+int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
+  if (event == nullptr) {
+    return -1;
+  }
+  traceOrigin();
+  NS_CORBA::TaDebug(3, "[Nex_MsgAgent::pushmsg]Received alarm in Pull Alarm Message agent.");
+
+  const long queued = num_.fetch_add(1, std::memory_order_relaxed) + 1;
+  if (queued > cachesize_) {
+    traceOrigin();
+    NS_CORBA::TaDebugWithPara(3, "[Nex_MsgAgent::pushmsg]pushmsg overload, num_=%d, cachesize_=%d",
+                              shown(queued), shown(cachesize_));
+    num_.fetch_sub(1, std::memory_order_relaxed);
+    return -1;
+  }
+
+  ACE_Message_Block* block = makeBlock(event);
+  event->addRef();
+  if (block == nullptr || putq(block) == -1) {
+    traceOrigin();
+    NS_CORBA::TaDebug(3, "[Nex_MsgAgent::pushmsg]failed in pull alarm cache.");
+    event->release();
+    if (block != nullptr) {
+      block->release();
+    }
+    // num_ keeps counting the event: the limit errs on the safe side of a queue
+    // that does not take what it should.
+    return -1;
+  }
+  traceOrigin();
+  NS_CORBA::TaDebugWithPara(3, "[Nex_MsgAgent::pushmsg]Exist.pushmsg num_=%d.",
+                            shown(num_.load(std::memory_order_relaxed)));
+  return 0;
+}
+
+// A block over the holder, which it does not own: size 1, priority 0. Null when
+// there is no memory.
+ACE_Message_Block* Nex_MsgAgent::makeBlock(NXEventHolder* event) {
+  void* memory = blocks_.malloc(sizeof(ACE_Message_Block));
+  if (memory == nullptr) {
+    return nullptr;
+  }
+  auto* block = new (memory) ACE_Message_Block(
+      1, ACE_Message_Block::MB_DATA, nullptr, reinterpret_cast<const char*>(event), nullptr,
+      nullptr, 0, ACE_Time_Value::zero, ACE_Time_Value::max_time, &blocks_, &blocks_);
+  if (block->data_block() == nullptr) {
+    block->release();
+    return nullptr;
+  }
+  return block;
+}
+
+// After a wait for room one more event is taken before the list is looked at
+// again, so a list fetched just before the wait can grow to eventlistsize + 2.
+int Nex_MsgAgent::svc() {
+  Step step = isListOver() ? Step::WAIT : Step::CONTINUE;
+  while (true) {
+    if (step == Step::STOP) {
+      return 0;
+    }
+    if (step == Step::WAIT && !waitForRoom()) {
+      return 0;
+    }
+    if (step == Step::CONTINUE && stop_) {
+      return 0;
+    }
+    step = takeOne();
+  }
+}
+
+// Takes one event from the queue into the list and says what comes next.
+Nex_MsgAgent::Step Nex_MsgAgent::takeOne() {
+  ACE_Message_Block* block = nullptr;
+  if (getq(block) == -1) {
+    traceOrigin();
+    NS_CORBA::TaDebug(3, "Alarm Notification getq failed in MsgAgent svc pull alarm.");
+    return isListOver() ? Step::WAIT : Step::CONTINUE;
+  }
+  num_.fetch_sub(1, std::memory_order_relaxed);
+  NXEventHolder* event = eventOf(*block);
+  block->release();
+  if (event == nullptr) {
+    return Step::STOP;
+  }
+  cache_->assembleMsg(event);
+  return isListOver() ? Step::WAIT : Step::CONTINUE;
+}
+
+bool Nex_MsgAgent::isListOver() const { return cache_->isOver(); }
+
+// Says whether to go on.
+bool Nex_MsgAgent::waitForRoom() {
+  traceOrigin();
+  NS_CORBA::TaDebug(3, "Alarm Notification MessageCache waitnotFull pull alarm");
+  cache_->waitForFetch();
+  return !stop_;
+}
+
+void Nex_MsgAgent::drain() {
+  while (!msg_queue()->is_empty()) {
+    ACE_Message_Block* block = nullptr;
+    if (getq(block) == -1) {
+      return;
+    }
+    num_.fetch_sub(1, std::memory_order_relaxed);
+    if (NXEventHolder* event = eventOf(*block)) {
+      event->release();
+    }
+    block->release();
+  }
+}
+
+}  // namespace NS_QUORCORBA
