@@ -75,5 +75,6 @@ function(zk_add_idl_library target)
   endforeach()
   add_library(${target} SHARED ${sources})
   target_link_libraries(${target} PUBLIC zk_orb)
-  target_include_directories(${target} SYSTEM PUBLIC $<BUILD_INTERFACE:${folder}>)
+  target_include_directories(${target} SYSTEM PUBLIC $<BUILD_INTERFACE:${folder}>
+                             $<INSTALL_INTERFACE:include/zk_quornex/stubs>)
 endfunction()

@@ -1,0 +1,36 @@
+// The least that a user of the installed library does: convert a name, hold an
+// event cache, and adapt a record.
+#include <iostream>
+
+#include "messages/messagecach.h"
+#include "mo/commonfunc.h"
+#include "mo/moadapter.h"
+#include "names/nameconvert.h"
+#include "names/namevalidate.h"
+#include "notify/exceptions.h"
+#include "notify/notification.h"
+#include "platform/default/configuration.h"
+
+int main() {
+  zk::platform::Configuration configuration;
+  configuration.emsName = "Installed/1";
+  zk::platform::configure(configuration);
+
+  NS_QUORCORBA::TEMEName element;
+  element.meId_ = 7;
+  globaldefs::NVSList_T name;
+  if (NS_QUORCORBA::TENameConvert::EmsToNmsNameConvert(&element, name) != 0) {
+    return 1;
+  }
+  std::cout << name[0].name.in() << '=' << name[0].value.in() << ' ' << name[1].name.in() << '='
+            << name[1].value.in() << '\n';
+
+  NS_QUORCORBA::Name_Validate_Visitor visitor;
+  emsMgr::EMS_T ems;
+  notifications::EventList_T* events = nullptr;
+  const bool fine = element.Accept(&visitor) == 0 &&
+                    NS_QUORCORBA::CAMOAdapter::AdapterEms(ems) == 0 &&
+                    NS_QUORCORBA::NXMessageMgr::Instance()->getMsgList(8, 1, events) == 0 &&
+                    NS_QUORCORBA::TECommonFunc::OnSetNativeEmsName() != 0;
+  return fine ? 0 : 1;
+}
