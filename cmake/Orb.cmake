@@ -57,20 +57,23 @@ function(zk_idl_commands module idl folder result)
     set(command ${ZK_IDL_COMPILER} -Sa- -St- -o ${folder} -I${CMAKE_CURRENT_SOURCE_DIR}
                 -I${TAO_ROOT}/orbsvcs/orbsvcs -I${TAO_ROOT}/orbsvcs -I${TAO_ROOT} ${idl})
   endif()
-  file(GLOB all CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.idl)
+  file(GLOB all CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.idl
+       ${CMAKE_CURRENT_SOURCE_DIR}/*/*.idl)
   add_custom_command(OUTPUT ${outputs} ${also} COMMAND ${command} DEPENDS ${all}
                      COMMENT "IDL ${module}" VERBATIM)
   set(${result} ${outputs} PARENT_SCOPE)
 endfunction()
 
 # zk_add_idl_library(<target> <module>...): one shared library of stubs and
-# servant bases, with its generated headers.
+# servant bases, with its generated headers. A module may be given with its
+# folder.
 function(zk_add_idl_library target)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/stubs)
   file(MAKE_DIRECTORY ${folder})
   set(sources)
-  foreach(module ${ARGN})
-    zk_idl_commands(${module} ${CMAKE_CURRENT_SOURCE_DIR}/${module}.idl ${folder} generated)
+  foreach(path ${ARGN})
+    get_filename_component(module ${path} NAME)
+    zk_idl_commands(${module} ${CMAKE_CURRENT_SOURCE_DIR}/${path}.idl ${folder} generated)
     list(APPEND sources ${generated})
   endforeach()
   add_library(${target} SHARED ${sources})

@@ -34,6 +34,7 @@
 #include "notificationsC.h"
 #include "sessionC.h"
 #include "topologicalLinkC.h"
+#include "topologyMapC.h"
 #include "transmissionParametersC.h"
 
 #else  // omniORB puts stubs and servant bases in one header a module
@@ -56,6 +57,7 @@
 #include "notifications.hh"
 #include "session.hh"
 #include "topologicalLink.hh"
+#include "topologyMap.hh"
 #include "transmissionParameters.hh"
 
 #endif
@@ -81,4 +83,5 @@
 #include "notificationsS.h"
 #include "sessionS.h"
 #include "topologicalLinkS.h"
+#include "topologyMapS.h"
 #endif
