@@ -12,8 +12,7 @@ namespace NS_LOG_SERVICE1 {
 class LogSvcInterface : public NS_BUNDLEMGR1::ServiceInterface {
  public:
   // A log for this bundle, module and level name; null when there is none.
-  virtual std::shared_ptr<NS_BUNDLEMGR1::LogProxy> GetLogger(const char* bundle,
-                                                             const char* module,
+  virtual std::shared_ptr<NS_BUNDLEMGR1::LogProxy> GetLogger(const char* bundle, const char* module,
                                                              const char* level) = 0;
 };
 
@@ -27,8 +26,8 @@ class SecurityIF : public NS_BUNDLEMGR1::ServiceInterface {
  public:
   // Whether the client is still to be served. The event cache passes the
   // client's id twice and three empty texts.
-  virtual bool IsClientValid(long clientId, long sessionId, const char* user,
-                             const char* operation, const char* object) = 0;
+  virtual bool IsClientValid(long clientId, long sessionId, const char* user, const char* operation,
+                             const char* object) = 0;
 };
 
 }  // namespace NS_SECURITY_SERVICE1

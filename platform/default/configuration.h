@@ -11,9 +11,9 @@ namespace zk::platform {
 struct Configuration {
   std::string emsName = "Quor/1";
   std::string emsVersion = "1.0";
-  int notifyModel = 2;        // 2 and 3 use the event cache
-  long cachesize = 10000;     // events waiting for one client, at most
-  long eventlistsize = 500;   // nominal length of a client's event list
+  int notifyModel = 2;       // 2 and 3 use the event cache
+  long cachesize = 10000;    // events waiting for one client, at most
+  long eventlistsize = 500;  // nominal length of a client's event list
 };
 
 // Fills the standard configuration. Call it before any thread reads it.

@@ -1,4 +1,7 @@
 // Where trace lines and logs go: to standard error, or to a file that rotates.
+// A line holds the UTC time, severity, thread, log name, and for a trace its
+// origin, then the text. It is written out when the call that logs it returns.
+// Safe on any thread; until openLogs is called, lines go to standard error.
 #ifndef ZK_PLATFORM_DEFAULT_LOGS_H
 #define ZK_PLATFORM_DEFAULT_LOGS_H
 
@@ -9,18 +12,23 @@
 
 namespace zk::platform {
 
+constexpr int STANDARD_TRACE_LEVEL = 2;
+
 struct LogSettings {
   std::string file;                  // empty: standard error
   std::size_t fileBytes = 10485760;  // a file that grows beyond this is rotated
   std::size_t files = 5;             // how many rotated files are kept
-  int level = 2;                     // highest trace level written; 0: none, 4: plain traces too
+  int level = STANDARD_TRACE_LEVEL;  // highest one written; 0: none, 4: plain traces too
 };
 
-// Opens the logs. Throws std::runtime_error, saying why, when the file cannot
-// be opened; the logs are then as before.
+// Opens the logs and sets the level; may be called again at any time. A missing
+// folder is made; a file that is there already is continued. Rotation moves
+// agent.log to agent.1.log, agent.1.log to agent.2.log and so on. Throws
+// std::runtime_error with the path and the reason when the file cannot be
+// opened; logs and level are then as before.
 void openLogs(const LogSettings& settings);
 
-// Changes the level alone; safe on any thread at any time.
+// Changes the level alone. Below 0 means 0, above 4 means 4.
 void setTraceLevel(int level);
 int traceLevel();
 

@@ -1,0 +1,47 @@
+// The platform used from static initialisers, before main.
+
+#include <gtest/gtest.h>
+
+#include "platform/bundle.h"
+#include "platform/config.h"
+#include "platform/default/eventsinks.h"
+#include "platform/ems.h"
+#include "platform/services.h"
+#include "platform/timechange.h"
+#include "platform/trace.h"
+
+namespace zk::test {
+namespace {
+
+struct Seen {
+  std::string emsName = NS_CORBA::CorbaBaseAgentConfig::Instance()->EmsName();
+  std::string time = NS_QUORCORBA::TimeChange::getUTCTime();
+  std::string file = NS_CORBA::GetTss()->file;
+  bool security = NS_BUNDLEMGR1::CheckIFBuf<NS_SECURITY_SERVICE1::SecurityIF>("SecurityIF").Get();
+  unsigned long owner = EMFMOMgrI::setOwner();
+  unsigned long taken = zk::platform::eventSinkCounts("none").taken;
+};
+
+const Seen seenBeforeMain;
+
+// Ends after everything that tests set up: what it calls must still be there.
+struct LateCaller {
+  ~LateCaller() {
+    NS_CORBA::TaDebug(4, "leaving");
+    zk::platform::removeEventSink("none");
+  }
+};
+
+const LateCaller callsAfterMain;
+
+TEST(EarlyUse, everythingAnswersBeforeMain) {
+  EXPECT_EQ(seenBeforeMain.emsName, "Quor/1");
+  EXPECT_EQ(seenBeforeMain.time.size(), std::string("20121120094200.0Z").size());
+  EXPECT_EQ(seenBeforeMain.file, "unknown");
+  EXPECT_TRUE(seenBeforeMain.security);
+  EXPECT_NE(seenBeforeMain.owner, 0u);
+  EXPECT_EQ(seenBeforeMain.taken, 0u);
+}
+
+}  // namespace
+}  // namespace zk::test
