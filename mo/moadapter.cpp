@@ -11,8 +11,8 @@ namespace {
 
 constexpr char MAKER[] = "Veltra";
 
-// Devices of owner class 3000 keep their own owner text; all others, and those
-// without one, belong to the maker.
+// An owner of class 3000 would be kept; everything else belongs to the maker.
+// The EMS does not tell a device's owner yet, so for now that is everything.
 std::string ownerOf(std::string owner) {
   if (owner.empty() || owner != "3000") {
     owner = MAKER;
