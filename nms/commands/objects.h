@@ -1,0 +1,44 @@
+// Commands that list one kind of object, or show one of it, all alike but for
+// the calls they make.
+#ifndef ZK_NMS_COMMANDS_OBJECTS_H
+#define ZK_NMS_COMMANDS_OBJECTS_H
+
+#include <memory>
+#include <string>
+
+#include "nms/commands/command.h"
+#include "nms/connection.h"
+#include "nms/iterate.h"
+#include "nms/output.h"
+
+namespace zk::nms {
+
+struct ObjectKind {
+  std::string command;   // "me"
+  std::string pairName;  // "ManagedElement": what a bare id is a value of
+  std::string summary;
+  std::string examples;
+  Columns columns;
+
+  Rows (*list)(Connection& connection, CORBA::ULong page);
+  Rows (*names)(Connection& connection, CORBA::ULong page);  // rows of one cell
+  Row (*one)(Connection& connection, const globaldefs::NVSList_T& name);
+};
+
+std::unique_ptr<Command> makeObjectCommand(ObjectKind kind);
+
+// The rows of a list and of what its iterator still has. See drain.
+template <class ListVar, class IteratorVar, class ToRow>
+Rows drainRows(CORBA::ULong page, ListVar& list, IteratorVar& iterator, ToRow toRow) {
+  Rows rows;
+  drain(page, list, iterator, [&](const auto& entry) { rows.push_back(toRow(entry)); });
+  return rows;
+}
+
+// The same for names.
+Rows drainNames(CORBA::ULong page, globaldefs::NamingAttributesList_T_var& list,
+                globaldefs::NamingAttributesIterator_I_var& iterator);
+
+}  // namespace zk::nms
+
+#endif

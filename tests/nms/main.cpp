@@ -1,0 +1,51 @@
+// The tests' main. With --fake-agent it is an agent of its own process instead,
+// one that can be lost.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "tests/nms/fakeagent.h"
+#include "tests/nms/orb.h"
+
+namespace zk::test {
+namespace {
+
+CORBA::ORB_var theOrb;
+PortableServer::POA_var thePoa;
+
+void startOrb() {
+  char program[] = "test";
+  char option[] = "-ORBendPoint";
+  char endpoint[] = "giop:tcp:127.0.0.1:";
+  char* argv[] = {program, option, endpoint, nullptr};
+  int argc = 3;
+  theOrb = CORBA::ORB_init(argc, argv);
+}
+
+}  // namespace
+
+CORBA::ORB_ptr testOrb() { return theOrb.in(); }
+
+PortableServer::POA_ptr testRootPoa() {
+  if (CORBA::is_nil(thePoa.in())) {
+    CORBA::Object_var object = theOrb->resolve_initial_references("RootPOA");
+    thePoa = PortableServer::POA::_narrow(object.in());
+    PortableServer::POAManager_var manager = thePoa->the_POAManager();
+    manager->activate();
+  }
+  return thePoa.in();
+}
+
+}  // namespace zk::test
+
+int main(int argc, char** argv) {
+  zk::test::startOrb();
+  if (argc == 3 && std::strcmp(argv[1], "--fake-agent") == 0) {
+    return zk::test::runDyingAgent(argv[2]);
+  }
+  testing::InitGoogleTest(&argc, argv);
+  const int result = RUN_ALL_TESTS();
+  zk::test::thePoa = PortableServer::POA::_nil();
+  zk::test::theOrb->destroy();
+  return result;
+}
