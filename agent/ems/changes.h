@@ -1,0 +1,45 @@
+// What the embedded EMS tells about its changes.
+#ifndef ZK_AGENT_EMS_CHANGES_H
+#define ZK_AGENT_EMS_CHANGES_H
+
+#include <string>
+
+#include "agent/ems/records.h"
+
+namespace zk::agent {
+
+enum class Attribute { UserLabel, Owner, NativeName };
+
+// Who asked for a change. The library itself reports a change that an NMS asked
+// for through InventoryBackend; a listener that sends notifications leaves those
+// out, or the NMS hears of them twice.
+enum class Origin { Ems, Nms };
+
+struct AttributeChange {
+  ObjectRecord record;  // after the change
+  Attribute attribute = Attribute::UserLabel;
+  std::string before;
+  std::string after;
+  Origin origin = Origin::Ems;
+};
+
+// Hears of each change once, after it is stored, in the order of storing, on
+// the thread that made it or made another at the same time: never two calls at
+// once. No lock over the records is held, so a call may read the inventory and
+// even change it; what it changes is told after it returns. A call that is slow
+// holds up the threads that change the inventory, not those that read it. What
+// a call throws is traced and goes no further.
+class ChangeListener {
+ public:
+  virtual ~ChangeListener() = default;
+  virtual void created(const ObjectRecord&) {}
+  virtual void removed(const ObjectRecord&) {}  // as it was last
+  virtual void attributeChanged(const AttributeChange&) {}
+  virtual void alarmRaised(const AlarmRecord&) {}  // also: raised again with other contents
+  // raisedAt is still when it was raised; severity is Cleared.
+  virtual void alarmCleared(const AlarmRecord&) {}
+};
+
+}  // namespace zk::agent
+
+#endif

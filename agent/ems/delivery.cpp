@@ -1,0 +1,61 @@
+#include "agent/ems/delivery.h"
+
+#include <exception>
+#include <iterator>
+
+#include "platform/trace.h"
+
+namespace zk::agent {
+
+void Delivery::setListener(ChangeListener* listener) {
+  if (deliveringHere()) {
+    listener_ = listener;
+    return;
+  }
+  const std::lock_guard<std::mutex> guard(deliveryMutex_);
+  listener_ = listener;
+}
+
+void Delivery::queue(std::vector<ListenerCall> calls) {
+  const std::lock_guard<std::mutex> guard(queueMutex_);
+  std::move(calls.begin(), calls.end(), std::back_inserter(queue_));
+}
+
+std::optional<ListenerCall> Delivery::next() {
+  const std::lock_guard<std::mutex> guard(queueMutex_);
+  if (queue_.empty()) {
+    return std::nullopt;
+  }
+  std::optional<ListenerCall> first(std::move(queue_.front()));
+  queue_.pop_front();
+  return first;
+}
+
+void Delivery::call(const ListenerCall& listenerCall) const {
+  if (listener_ == nullptr) {
+    return;
+  }
+  try {
+    listenerCall(*listener_);
+  } catch (const std::exception& error) {
+    NS_CORBA::SetTraceOrigin("delivery", __LINE__);
+    NS_CORBA::TaDebugWithPara(1, "ChangeListener failed.%s", error.what());
+  } catch (...) {
+    NS_CORBA::SetTraceOrigin("delivery", __LINE__);
+    NS_CORBA::TaDebug(1, "ChangeListener failed.");
+  }
+}
+
+void Delivery::deliver() {
+  if (deliveringHere()) {
+    return;
+  }
+  const std::lock_guard<std::mutex> guard(deliveryMutex_);
+  deliverer_ = std::this_thread::get_id();
+  while (const std::optional<ListenerCall> waiting = next()) {
+    call(*waiting);
+  }
+  deliverer_ = std::thread::id();
+}
+
+}  // namespace zk::agent

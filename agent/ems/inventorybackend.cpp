@@ -1,0 +1,58 @@
+#include "agent/ems/inventorybackend.h"
+
+#include "agent/ems/emsrequest.h"
+#include "platform/trace.h"
+
+namespace zk::agent {
+
+namespace {
+
+template <class Step>
+unsigned long withoutThrowing(const char* operation, Step&& step) {
+  try {
+    return codeOf(step());
+  } catch (const std::exception& error) {
+    NS_CORBA::SetTraceOrigin("inventorybackend", __LINE__);
+    NS_CORBA::TaDebugWithPara(1, "InventoryBackend::%s failed.%s", operation, error.what());
+    return codeOf(Result::StorageFailure);
+  }
+}
+
+}  // namespace
+
+unsigned long InventoryBackend::setOwner() { return apply(Attribute::Owner); }
+
+unsigned long InventoryBackend::setUserLabel() { return apply(Attribute::UserLabel); }
+
+unsigned long InventoryBackend::apply(Attribute attribute) {
+  const EmsRequest* request = EmsRequest::current();
+  if (request == nullptr) {
+    return codeOf(Result::NoRequest);
+  }
+  const ChangeOptions options{request->enforceUniqueness(), Origin::Nms};
+  return withoutThrowing("setAttribute", [&] {
+    return inventory_.setAttribute(request->target(), attribute, request->text(), options);
+  });
+}
+
+unsigned long InventoryBackend::getVersionOfDev(int deviceId, std::string& version) {
+  return withoutThrowing("getVersionOfDev", [&] {
+    const std::optional<DeviceRecord> device = inventory_.device(deviceId);
+    if (device) {
+      version = device->version;
+    }
+    return device ? Result::Done : Result::NoSuchObject;
+  });
+}
+
+unsigned long InventoryBackend::getLocationOfDev(long deviceId, std::string& location) {
+  return withoutThrowing("getLocationOfDev", [&] {
+    const std::optional<DeviceRecord> device = inventory_.device(deviceId);
+    if (device) {
+      location = device->location;
+    }
+    return device ? Result::Done : Result::NoSuchObject;
+  });
+}
+
+}  // namespace zk::agent

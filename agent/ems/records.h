@@ -1,0 +1,132 @@
+// What the embedded EMS knows of each object: plain values, owned by whoever
+// holds them. All texts are UTF-8.
+#ifndef ZK_AGENT_EMS_RECORDS_H
+#define ZK_AGENT_EMS_RECORDS_H
+
+#include <chrono>
+#include <string>
+#include <variant>
+
+#include "platform/ems.h"
+
+namespace zk::agent {
+
+enum class ObjectKind { Ems, Device, Subnetwork, Link, Node, SubMap, DisplayLink, PhysicalLink };
+
+// The map's physical root: it holds every other submap and has no parent.
+inline constexpr char ROOT_SUBMAP_ID[] = "/";
+
+// The one subnetwork that all devices and links are in.
+inline constexpr char SUBNETWORK_ID[] = "1";
+
+// Which object is meant. Device ids are written in decimal; the EMS itself has
+// an empty id. parentId matters for map objects only, and there an empty one
+// means: whatever submap holds it.
+struct ObjectKey {
+  ObjectKind kind = ObjectKind::Ems;
+  std::string id;
+  std::string parentId;
+
+  static ObjectKey ems() { return {}; }
+  static ObjectKey subnetwork(std::string id) {
+    return {ObjectKind::Subnetwork, std::move(id), {}};
+  }
+  static ObjectKey device(unsigned long id) { return {ObjectKind::Device, std::to_string(id), {}}; }
+  static ObjectKey link(std::string id) { return {ObjectKind::Link, std::move(id), {}}; }
+
+  // A node, submap or display link, from the texts of its NMS name: the parent
+  // texts that stand for "any submap" become empty, the one that stands for the
+  // physical root becomes "/".
+  static ObjectKey mapObject(ObjectKind kind, std::string id, std::string parentId);
+};
+
+bool operator==(const ObjectKey& left, const ObjectKey& right);
+
+// What an NMS may set on an object.
+struct Labels {
+  std::string userLabel;
+  std::string owner;
+  std::string nativeName;  // the name the EMS itself shows
+};
+
+// An empty nativeName stands for the configured EMS name.
+struct EmsRecord : Labels {};
+
+// The device's native name is Device::name, which is never empty.
+struct DeviceRecord : ::Device {
+  std::string userLabel;
+  std::string owner;
+  std::string version;   // of its software
+  std::string location;  // free text
+  std::string siteId;    // the submap of its site; may be empty
+};
+
+struct SubnetworkRecord : Labels {
+  std::string id;
+  int topology = 0;  // the number of multiLayerSubnetwork::Topology_T
+};
+
+struct LinkEnd {
+  long deviceId = 0;
+  std::string port;  // such as /rack=1/shelf=1/slot=3/port=1
+};
+
+// A topological link of the subnetwork.
+struct LinkRecord : Labels {
+  std::string id;
+  int direction = 1;  // 0 unidirectional, 1 bidirectional
+  short rate = 0;     // the number of the layer rate
+  LinkEnd aEnd;
+  LinkEnd zEnd;
+};
+
+// Nodes and submaps share one space of ids.
+struct NodeRecord : Labels {
+  std::string id;
+  std::string parentId;
+  long deviceId = 0;  // the device it stands for
+};
+
+// parentId is empty for the physical root only.
+struct SubMapRecord : Labels {
+  std::string id;
+  std::string parentId;
+};
+
+// A line drawn in the submap parentId between two nodes or submaps.
+struct DisplayLinkRecord : Labels {
+  std::string id;
+  std::string parentId;
+  std::string aEndId;
+  std::string zEndId;
+};
+
+// The medium under a topological link.
+struct PhysicalLinkRecord {
+  std::string id;
+  std::string linkId;
+};
+
+using ObjectRecord = std::variant<EmsRecord, DeviceRecord, SubnetworkRecord, LinkRecord, NodeRecord,
+                                  SubMapRecord, DisplayLinkRecord, PhysicalLinkRecord>;
+
+ObjectKey keyOf(const ObjectRecord& record);
+
+// In the order of notifications::PerceivedSeverity_T.
+enum class Severity { Indeterminate, Critical, Major, Minor, Warning, Cleared };
+
+// An alarm is told from others by device, probable cause and qualifier.
+struct AlarmRecord {
+  long id = 0;        // the EMS's own number, never used twice
+  long deviceId = 0;  // 0: the EMS itself
+  std::string probableCause;
+  std::string qualifier;            // where on the device; may be empty
+  std::string nativeProbableCause;  // as the EMS words it
+  Severity severity = Severity::Indeterminate;
+  std::chrono::system_clock::time_point raisedAt;  // kept to the millisecond
+  std::string additionalText;
+};
+
+}  // namespace zk::agent
+
+#endif
