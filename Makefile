@@ -38,7 +38,7 @@ bench: dev-packages
 
 fuzz: dev-packages
 	@cmake --preset fuzz
-	@cmake --build build/fuzz
+	@cmake --build build/fuzz --target fuzz_targets
 	@fuzz/run.sh $(FUZZ_SECONDS) build/fuzz
 
 lint: dev-packages

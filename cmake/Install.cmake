@@ -19,7 +19,8 @@ foreach(folder idl names notify messages mo platform)
     DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
     DESTINATION ${ZK_HEADERS}
     FILES_MATCHING
-    PATTERN "*.h")
+    PATTERN "*.h"
+    REGEX "/default/(immortal|logwriter|sinklist|sinkqueue)\\.h$" EXCLUDE)
 endforeach()
 install(
   DIRECTORY ${PROJECT_BINARY_DIR}/idl/stubs/

@@ -4,6 +4,7 @@
 #include <ace/RW_Mutex.h>
 #include <ace/Recursive_Thread_Mutex.h>
 #include <ace/Static_Object_Lock.h>
+#include <ace/Thread_Manager.h>
 
 #include <memory>
 
@@ -21,6 +22,11 @@ using StaticLock = ACE_Guard<ACE_Recursive_Thread_Mutex>;
 // clients' threads and late pushes may outlive the end of main. A guard that
 // could not lock is not noticed: the lookup then goes on without the lock.
 struct Registry {
+  // The thread manager sets itself up on first use under the process-wide lock.
+  // The first client would do so while it holds the registry lock, and Instance
+  // takes the two the other way round; so it is set up before either is needed.
+  Registry() { ACE_Thread_Manager::instance(); }
+
   ACE_RW_Mutex lock;
   std::map<long, std::unique_ptr<NXMessageHandle>> classes;  // guarded by lock
 };

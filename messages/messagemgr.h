@@ -10,14 +10,18 @@
 #include <utility>
 #include <vector>
 
-#include <json/forwards.h>
-
 #include "idl/tmf814.h"
 #include "messages/filter.h"
 #include "messages/refcount.h"
 
 // The producer's own fault record; passed on to filters, never looked into.
 struct AsnForwardFaultRptStrc;
+
+// Passed on to filters, never looked into: users of this header need not have
+// jsoncpp.
+namespace Json {
+class Value;
+}
 
 namespace NS_QUORCORBA {
 

@@ -138,7 +138,9 @@ bool Nex_MsgAgent::waitForRoom() {
   return !stop_;
 }
 
+// Also from a queue that was deactivated meanwhile.
 void Nex_MsgAgent::drain() {
+  msg_queue()->activate();
   while (!msg_queue()->is_empty()) {
     ACE_Message_Block* block = nullptr;
     if (getq(block) == -1) {
