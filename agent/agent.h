@@ -1,0 +1,90 @@
+// The agent as a whole: set up in the order of its members, taken down in
+// reverse.
+#ifndef ZK_AGENT_AGENT_H
+#define ZK_AGENT_AGENT_H
+
+#include <memory>
+#include <string>
+
+#include "agent/ems/inventory.h"
+#include "agent/ems/inventorybackend.h"
+#include "agent/options.h"
+#include "agent/orb.h"
+#include "agent/repeating.h"
+#include "agent/sessions.h"
+#include "agent/users.h"
+
+namespace zk::agent {
+
+// A file that is there while its object lives.
+class PublishedFile {
+ public:
+  // Writes the file, readable by everyone. Throws std::runtime_error.
+  PublishedFile(std::string path, const std::string& text);
+  ~PublishedFile();
+  PublishedFile(const PublishedFile&) = delete;
+  PublishedFile& operator=(const PublishedFile&) = delete;
+
+ private:
+  const std::string path_;
+};
+
+// The embedded EMS, behind the platform's services for as long as it is here.
+class EmbeddedEms {
+ public:
+  explicit EmbeddedEms(const std::string& path);
+  ~EmbeddedEms();
+  EmbeddedEms(const EmbeddedEms&) = delete;
+  EmbeddedEms& operator=(const EmbeddedEms&) = delete;
+
+  Inventory& inventory() { return *inventory_; }
+
+ private:
+  const std::unique_ptr<Inventory> inventory_;
+  InventoryBackend backend_;
+};
+
+// Serving, from the first request to the last: what was begun in the constructor
+// is over when the destructor returns.
+class Serving {
+ public:
+  // All must outlive this object.
+  Serving(const Options& options, Users& users, Inventory& inventory, Sessions& sessions, Orb& orb);
+  // Tells the NMSs that their sessions are over, and waits for requests in
+  // progress.
+  ~Serving();
+  Serving(const Serving&) = delete;
+  Serving& operator=(const Serving&) = delete;
+
+  // The factory's stringified reference.
+  const std::string& reference() const { return reference_; }
+
+ private:
+  Sessions& sessions_;
+  Orb& orb_;
+  std::string reference_;
+};
+
+class Agent {
+ public:
+  // Serves requests when this returns, and the IOR file is there. Throws
+  // ListenError, InventoryError, UsersError, or std::runtime_error for a file
+  // that cannot be written; nothing of the agent is left then.
+  explicit Agent(const Options& options);
+  Agent(const Agent&) = delete;
+  Agent& operator=(const Agent&) = delete;
+
+ private:
+  // First the address: an agent that cannot have it makes no inventory.
+  Orb orb_;
+  EmbeddedEms ems_;
+  const std::unique_ptr<Users> users_;
+  Sessions sessions_;
+  const Serving serving_;
+  const Repeating housekeeping_;
+  const std::unique_ptr<PublishedFile> iorFile_;
+};
+
+}  // namespace zk::agent
+
+#endif

@@ -1,0 +1,67 @@
+// The NMS sessions: who is logged in, and what ends with each of them. Safe on
+// any thread.
+#ifndef ZK_AGENT_SESSIONS_H
+#define ZK_AGENT_SESSIONS_H
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "agent/iterators.h"
+#include "agent/limits.h"
+#include "agent/servanthome.h"
+#include "idl/tmf814.h"
+
+namespace zk::agent {
+
+// One session's part of the agent. Its servants share it; it is closed once and
+// for all when the session ends.
+struct Session {
+  Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
+          PortableServer::POA_ptr poa, const Limits& limits, const SteadyClock& clock);
+
+  const long id;  // never used twice
+  const std::string user;
+  const nmsSession::NmsSession_I_var client;
+  const std::shared_ptr<ServantHome> servants;
+  const Paging paging;
+};
+
+class Sessions {
+ public:
+  Sessions(PortableServer::POA_ptr poa, const Limits& limits, SteadyClock clock);
+
+  // Begins a session. Throws Refusal, capacity exceeded, when there are as many
+  // as there may be or the agent is stopping.
+  std::shared_ptr<Session> begin(const std::string& user, nmsSession::NmsSession_I_ptr client);
+
+  // Ends a session: its servants are gone when this returns, and requests in
+  // progress finish. why is for the log. An unknown id is fine.
+  void end(long id, const std::string& why);
+
+  // Ends all sessions, refuses further ones, and returns the clients to tell.
+  std::vector<nmsSession::NmsSession_I_var> endAll(const std::string& why);
+
+  // Destroys the iterators that nobody used for too long; returns how many.
+  std::size_t reapIterators();
+
+  std::size_t count() const;
+
+ private:
+  std::vector<std::shared_ptr<Session>> all() const;
+
+  const PortableServer::POA_var poa_;
+  const Limits limits_;
+  const SteadyClock clock_;
+  mutable std::mutex mutex_;  // never held while a session is closed
+  std::map<long, std::shared_ptr<Session>> sessions_;
+  long lastId_ = 0;
+  bool stopping_ = false;
+};
+
+}  // namespace zk::agent
+
+#endif

@@ -1,0 +1,63 @@
+// What an operation answered, as one comparable text.
+#ifndef ZK_TESTS_AGENT_SUPPORT_REFUSALS_H
+#define ZK_TESTS_AGENT_SUPPORT_REFUSALS_H
+
+#include <array>
+#include <string>
+
+#include "idl/tmf814.h"
+
+namespace zk::test {
+
+inline std::string nameOfType(globaldefs::ExceptionType_T type) {
+  static const std::array<const char*, 16> names = {"NOT_IMPLEMENTED",
+                                                    "INTERNAL_ERROR",
+                                                    "INVALID_INPUT",
+                                                    "OBJECT_IN_USE",
+                                                    "TP_INVALID_ENDPOINT",
+                                                    "ENTITY_NOT_FOUND",
+                                                    "TIMESLOT_IN_USE",
+                                                    "PROTECTION_EFFORT_NOT_MET",
+                                                    "NOT_IN_VALID_STATE",
+                                                    "UNABLE_TO_COMPLY",
+                                                    "NE_COMM_LOSS",
+                                                    "CAPACITY_EXCEEDED",
+                                                    "ACCESS_DENIED",
+                                                    "TOO_MANY_OPEN_ITERATORS",
+                                                    "UNSUPPORTED_ROUTING_CONSTRAINTS",
+                                                    "USERLABEL_IN_USE"};
+  return names.at(static_cast<std::size_t>(type));
+}
+
+// "INVALID_INPUT: reason" of the refusal; "" when there was none.
+template <class Operation>
+std::string refusalBy(Operation operation) {
+  try {
+    operation();
+    return "";
+  } catch (const globaldefs::ProcessingFailureException& refused) {
+    return nameOfType(refused.exceptionType) + ": " + std::string(refused.errorReason);
+  }
+}
+
+// The type alone.
+template <class Operation>
+std::string refusalTypeBy(Operation operation) {
+  const std::string text = refusalBy(operation);
+  return text.substr(0, text.find(':'));
+}
+
+// Whether the object that the operation is called on is gone.
+template <class Operation>
+bool isGone(Operation operation) {
+  try {
+    operation();
+    return false;
+  } catch (const CORBA::OBJECT_NOT_EXIST&) {
+    return true;
+  }
+}
+
+}  // namespace zk::test
+
+#endif
