@@ -2,6 +2,7 @@
 // wherever a class promises it, and every place where one does not is here too.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 
 #include "tests/names/names.h"

@@ -2,6 +2,8 @@
 // their order, and the shape of what is written.
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include "tests/names/names.h"
 
 namespace zk::test {
