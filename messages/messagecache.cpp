@@ -120,11 +120,11 @@ bool NXMessageCache::passes(const void* context) const {
 }
 
 int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
+  auto next = makeList();  // before the lock: the agent's thread need not wait for it
   ACE_Guard<ACE_Mutex> guard(listLock_);
   const long count = index_.load(std::memory_order_relaxed);
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::getMsgList]index=%d.", shown(count));
-  auto next = makeList();
   events_->length(lengthFor(count));
   list = events_.release();
   events_ = std::move(next);
@@ -166,9 +166,12 @@ bool NXMessageCache::isOver() const {
 
 void NXMessageCache::waitForFetch() { notFull_.wait(); }
 
+// The agent's thread lets the list grow by two entries at most. Room for them is
+// there from the start: growing a full buffer would copy every event in it.
 std::unique_ptr<notifications::EventList_T> NXMessageCache::makeList() const {
-  auto list = std::make_unique<notifications::EventList_T>();
-  list->length(lengthFor(eventlistsize_));
+  const CORBA::ULong length = lengthFor(eventlistsize_);
+  auto list = std::make_unique<notifications::EventList_T>(length + 2);
+  list->length(length);
   return list;
 }
 

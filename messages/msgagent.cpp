@@ -1,6 +1,8 @@
 #include "messages/msgagent.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <new>
 
 #include "messages/messagecache.h"
@@ -12,6 +14,9 @@ namespace NS_QUORCORBA {
 namespace {
 
 constexpr long MOST_QUEUED = 10000;
+
+constexpr std::chrono::milliseconds LINGERING{5};
+constexpr long MOST_GATHERED = 64;
 
 long configuredCachesize() {
   const long configured = CorbaAgentConfig::Instance()->GetCachesize();
@@ -25,10 +30,13 @@ NXEventHolder* eventOf(const ACE_Message_Block& block) {
 }  // namespace
 
 Nex_MsgAgent::Nex_MsgAgent(NXMessageCache* cache)
-    : cachesize_(configuredCachesize()), cache_(cache) {}
+    : cachesize_(configuredCachesize()),
+      cache_(cache),
+      enough_(std::clamp(cachesize_ / 2, 1L, MOST_GATHERED)) {}
 
 Nex_MsgAgent::~Nex_MsgAgent() {
   stop_ = true;
+  endLingering();
   auto* wakeUp = new (std::nothrow) ACE_Message_Block;
   if (wakeUp == nullptr) {
     errno = ENOMEM;
@@ -68,6 +76,9 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
     // num_ keeps counting the event: the limit errs on the safe side of a queue
     // that does not take what it should.
     return -1;
+  }
+  if (queued == enough_) {
+    endLingering();
   }
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[Nex_MsgAgent::pushmsg]Exist.pushmsg num_=%d.",
@@ -125,7 +136,13 @@ Nex_MsgAgent::Step Nex_MsgAgent::takeOne() {
     return Step::STOP;
   }
   cache_->assembleMsg(event);
-  return isListOver() ? Step::WAIT : Step::CONTINUE;
+  if (isListOver()) {
+    return Step::WAIT;
+  }
+  if (num_.load(std::memory_order_relaxed) == 0) {
+    linger();
+  }
+  return Step::CONTINUE;
 }
 
 bool Nex_MsgAgent::isListOver() const { return cache_->isOver(); }
@@ -136,6 +153,20 @@ bool Nex_MsgAgent::waitForRoom() {
   NS_CORBA::TaDebug(3, "Alarm Notification MessageCache waitnotFull pull alarm");
   cache_->waitForFetch();
   return !stop_;
+}
+
+// Lets events gather. Until the time is up no push has to wake this thread,
+// unless so many gather that they should not wait, or the queue may overflow.
+void Nex_MsgAgent::linger() {
+  std::unique_lock<std::mutex> lock(lingering_);
+  lingerEnded_.wait_for(lock, LINGERING, [this] { return isEnough_; });
+  isEnough_ = false;
+}
+
+void Nex_MsgAgent::endLingering() {
+  const std::lock_guard<std::mutex> guard(lingering_);
+  isEnough_ = true;
+  lingerEnded_.notify_one();
 }
 
 // Also from a queue that was deactivated meanwhile.

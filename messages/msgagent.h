@@ -5,6 +5,8 @@
 #include <ace/Task.h>
 
 #include <atomic>
+#include <condition_variable>
+#include <mutex>
 
 #include "idl/tmf814.h"
 #include "messages/blockpool.h"
@@ -19,6 +21,11 @@ using NXEventHolder = NXRefCountType<CosNotification::StructuredEvent>;
 // The pushing thread queues a pointer; the agent's thread copies events into
 // the client's list and waits when the list is over its nominal size until the
 // client has fetched it. A slow client thus stalls only its own queue.
+//
+// The first event wakes the thread at once. When it has emptied the queue it
+// lingers for a moment before it blocks, so that events in steady flow gather
+// and are taken together: waking a thread costs several times as much as
+// copying an event.
 //
 // The queue holds at most cachesize_ events; the newest is refused. The
 // destructor stops the thread, waits for it, and releases what is still queued:
@@ -52,10 +59,18 @@ class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
   Step takeOne();
   bool isListOver() const;
   bool waitForRoom();
+  void linger();
+  void endLingering();
   void drain();
 
   NXMessageCache* cache_;
   std::atomic<bool> stop_{false};
+
+  const long enough_;  // this many queued events end the lingering
+  std::mutex lingering_;
+  std::condition_variable lingerEnded_;
+  bool isEnough_ = false;  // guarded by lingering_
+
   BlockPool blocks_;
 };
 
