@@ -15,8 +15,8 @@ unsigned short portOf(const std::string& digits, const std::string& text) {
   const bool plain = !digits.empty() && digits.size() <= 5 &&
                      std::all_of(digits.begin(), digits.end(),
                                  [](char digit) { return digit >= '0' && digit <= '9'; });
-  const unsigned long port = plain ? std::stoul(digits) : 0;
-  if (port == 0 || port > 65535) {
+  const unsigned long port = plain ? std::stoul(digits) : 65536;
+  if (port > 65535) {
     refuse(text);
   }
   return static_cast<unsigned short>(port);

@@ -70,7 +70,7 @@ struct Raw {
 };
 
 void addServing(CLI::App& app, Options& options, Raw& raw) {
-  add(app, "--listen", raw.listen, "Address to serve on; host * for every interface")
+  add(app, "--listen", raw.listen, "Address to serve on; host * for every interface, port 0 for any free one")
       ->check(endpointText());
   add(app, "--inventory", options.inventory,
       "SQLite file of the embedded EMS; made with a sample network when missing")

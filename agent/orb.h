@@ -16,6 +16,7 @@
 namespace zk::agent {
 
 // host may be a name or an address; "*" or an empty one means every interface.
+// Port 0 means any free one: clients then find the agent by its reference only.
 struct Endpoint {
   std::string host = "127.0.0.1";
   unsigned short port = 5814;
