@@ -26,9 +26,8 @@ class Name_Validate_Visitor : public Name_Visitor {
     if (name == nullptr) {
       return refuseNull("Name_Validate_Visitor::Visit fail,TEName *pName is nil", __LINE__);
     }
-    const std::string text(name->emsName_);
     const std::string& configured = NS_CORBA::CorbaBaseAgentConfig::Instance()->EmsName();
-    return static_cast<unsigned long>(static_cast<long>(configured.compare(text.c_str())));
+    return static_cast<unsigned long>(static_cast<long>(configured.compare(name->emsName_)));
   }
 
   unsigned long Visit(TEMEName* name) override {

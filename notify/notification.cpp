@@ -145,6 +145,8 @@ void TANotification::SendNotification(const char* type, notifications::ObjectTyp
   PushEvent(event);
 }
 
+// filePath comes by value: that is the interface.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void TANotification::SendNotification(const char* type, const EnFileTransfStatus& status,
                                       const int& fileId, std::string filePath) {
   CosNotification::StructuredEvent event;

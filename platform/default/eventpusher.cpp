@@ -41,6 +41,8 @@ EventPusher* install(EventPusher* replacement) { return pusher().install(replace
 
 namespace NS_CORBA {
 
+// type comes by value: that is the contract.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void fillFixedHeader(std::string type, CosNotification::StructuredEvent& event) {
   zk::platform::pusher().get()->fillFixedHeader(type, event);
 }
