@@ -146,9 +146,10 @@ void TANotification::SendNotification(const char* type, notifications::ObjectTyp
 }
 
 // filePath comes by value: that is the interface.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void TANotification::SendNotification(const char* type, const EnFileTransfStatus& status,
-                                      const int& fileId, std::string filePath) {
+                                      const int& fileId,
+                                      // NOLINTNEXTLINE(performance-unnecessary-value-param)
+                                      std::string filePath) {
   CosNotification::StructuredEvent event;
   startEvent(event, type);
 
