@@ -15,7 +15,7 @@ namespace {
 
 constexpr long MOST_QUEUED = 10000;
 
-constexpr std::chrono::milliseconds LINGERING{5};
+constexpr std::chrono::milliseconds LINGERING{10};
 constexpr long MOST_GATHERED = 64;
 
 long configuredCachesize() {

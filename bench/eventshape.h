@@ -1,0 +1,38 @@
+// The event that the benchmarks push, and the conditions they run under.
+#ifndef ZK_BENCH_EVENTSHAPE_H
+#define ZK_BENCH_EVENTSHAPE_H
+
+#include <memory>
+#include <vector>
+
+#include "messages/refcount.h"
+#include "platform/default/configuration.h"
+
+#include "idl/tmf814.h"
+
+namespace zk::bench {
+
+using Event = NS_QUORCORBA::NXRefCountType<CosNotification::StructuredEvent>;
+
+struct ReleaseEvent {
+  void operator()(Event* event) const { event->release(); }
+};
+using HeldEvent = std::unique_ptr<Event, ReleaseEvent>;
+using Lists = std::vector<std::unique_ptr<notifications::EventList_T>>;
+
+// An attribute value change of a port, as a real agent sends it.
+CosNotification::StructuredEvent makeEvent(int number);
+
+inline HeldEvent makeHeldEvent(int number) {
+  return HeldEvent(new Event(new CosNotification::StructuredEvent(makeEvent(number))));
+}
+
+// Settings of the cache for all clients made from now on.
+void configureCache(long cachesize, long eventlistsize);
+
+// Cores, compiler, load and the event's shape, on standard output.
+void printConditions();
+
+}  // namespace zk::bench
+
+#endif
