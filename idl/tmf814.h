@@ -22,6 +22,7 @@
 #include <orbsvcs/CosNotifyChannelAdminC.h>
 
 #include "commonC.h"
+#include "emsAdminC.h"
 #include "emsMgrC.h"
 #include "emsSessionC.h"
 #include "emsSessionFactoryC.h"
@@ -45,6 +46,7 @@
 #include <COS/CosNotifyChannelAdmin.hh>
 
 #include "common.hh"
+#include "emsAdmin.hh"
 #include "emsMgr.hh"
 #include "emsSession.hh"
 #include "emsSessionFactory.hh"
@@ -71,6 +73,7 @@
 #include <orbsvcs/CosNotifyChannelAdminS.h>
 
 #include "commonS.h"
+#include "emsAdminS.h"
 #include "emsMgrS.h"
 #include "emsSessionFactoryS.h"
 #include "emsSessionS.h"

@@ -1,0 +1,44 @@
+// EmsAdmin_I: changes of the embedded EMS on demand. Safe on any thread.
+//
+// Whoever reaches it may use it: it is for trials, and is served only when the
+// agent is told to.
+#ifndef ZK_AGENT_ADMIN_EMSADMINSERVANT_H
+#define ZK_AGENT_ADMIN_EMSADMINSERVANT_H
+
+#ifndef ZK_TMF814_SERVANTS
+#define ZK_TMF814_SERVANTS
+#endif
+
+#include "agent/ems/inventory.h"
+#include "agent/traffic/traffic.h"
+#include "idl/tmf814.h"
+
+namespace zk::agent {
+
+class EmsAdminServant : public virtual POA_emsAdmin::EmsAdmin_I,
+                        public virtual PortableServer::RefCountServantBase {
+ public:
+  // Both must outlive this object.
+  EmsAdminServant(Inventory& inventory, Traffic& traffic)
+      : inventory_(inventory), traffic_(traffic) {}
+
+  CORBA::Long createDevice(const char* name, const char* productName, const char* siteId) override;
+  void renameDevice(CORBA::Long deviceId, const char* name) override;
+  char* createLink(const char* name, CORBA::Long aDevice, const char* aPort, CORBA::Long zDevice,
+                   const char* zPort) override;
+  char* createMapObject(const char* kind, const globaldefs::NVSList_T& attributes) override;
+  void setLabel(const char* kind, const char* id, const char* label, const char* text) override;
+  void remove(const char* kind, const char* id) override;
+  CORBA::Long raiseAlarm(CORBA::Long deviceId, const char* probableCause, const char* qualifier,
+                         notifications::PerceivedSeverity_T severity, const char* text) override;
+  void clearAlarm(CORBA::Long alarmId) override;
+  void setTraffic(CORBA::Double rate) override;
+
+ private:
+  Inventory& inventory_;
+  Traffic& traffic_;
+};
+
+}  // namespace zk::agent
+
+#endif
