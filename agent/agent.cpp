@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "agent/admin/emsadminservant.h"
 #include "agent/atomicfile.h"
 #include "agent/factoryservant.h"
 #include "agent/farewell.h"
@@ -24,11 +25,18 @@ std::unique_ptr<Users> usersFor(const Options& options) {
   return std::make_unique<UsersOfFile>(options.usersFile);
 }
 
-std::unique_ptr<PublishedFile> iorFileFor(const Options& options, const std::string& reference) {
-  if (options.iorFile.empty()) {
+// Null without a file or a reference.
+std::unique_ptr<PublishedFile> iorFileFor(const std::string& file, const std::string& reference) {
+  if (file.empty() || reference.empty()) {
     return nullptr;
   }
-  return std::make_unique<PublishedFile>(options.iorFile, reference + "\n");
+  return std::make_unique<PublishedFile>(file, reference + "\n");
+}
+
+std::string publishAdmin(Inventory& inventory, Traffic& traffic, Orb& orb) {
+  const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic);
+  logCourse("administration of the EMS is open to whoever reaches the agent");
+  return orb.publish(ADMIN_KEY, admin.in());
 }
 
 std::chrono::steady_clock::time_point now() { return std::chrono::steady_clock::now(); }
@@ -50,12 +58,15 @@ EmbeddedEms::~EmbeddedEms() {
   zk::platform::install(static_cast<zk::platform::EmsBackend*>(nullptr));
 }
 
-Serving::Serving(const Options& options, Users& users, Inventory& inventory, Sessions& sessions,
-                 Orb& orb)
-    : sessions_(sessions), orb_(orb) {
+Serving::Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
+                 EventService& events, Sessions& sessions, Orb& orb)
+    : events_(events), sessions_(sessions), orb_(orb) {
   const PortableServer::ServantBase_var factory =
-      new FactoryServant(users, sessions, inventory, options.interfaceVersion);
+      new FactoryServant(users, sessions, inventory, events, options.interfaceVersion);
   reference_ = orb_.publish(factoryKey, factory.in());
+  if (options.admin) {
+    adminReference_ = publishAdmin(inventory, traffic, orb_);
+  }
   orb_.serve();
   logCourse("serving on " + textOf(options.listen) + ", EMS " + options.emsName + ", inventory " +
             options.inventory);
@@ -63,6 +74,7 @@ Serving::Serving(const Options& options, Users& users, Inventory& inventory, Ses
 
 Serving::~Serving() {
   endSessionsOf(sessions_.endAll("the agent stops"), farewellLimit);
+  events_.stop();
   orb_.stop();
   logCourse("stopped serving");
 }
@@ -72,8 +84,17 @@ Agent::Agent(const Options& options)
       ems_(options.inventory),
       users_(usersFor(options)),
       sessions_(orb_.sessionAdapter(), options.limits, now),
-      serving_(options, *users_, ems_.inventory(), sessions_, orb_),
-      housekeeping_(housekeepingPeriod, [this] { sessions_.reapIterators(); }),
-      iorFile_(iorFileFor(options, serving_.reference())) {}
+      events_(options.channel, [this](long session) { return sessions_.isAlive(session); }),
+      reporting_(ems_.inventory()),
+      traffic_(ems_.inventory(), options.traffic),
+      serving_(options, *users_, ems_.inventory(), traffic_, events_, sessions_, orb_),
+      heartbeat_(options.pings, sessions_, now),
+      housekeeping_(housekeepingPeriod,
+                    [this] {
+                      sessions_.reapIterators();
+                      heartbeat_.step();
+                    }),
+      adminIorFile_(iorFileFor(options.adminIorFile, serving_.adminReference())),
+      iorFile_(iorFileFor(options.iorFile, serving_.reference())) {}
 
 }  // namespace zk::agent

@@ -6,12 +6,16 @@
 #include <memory>
 #include <string>
 
+#include "agent/changes/changenotifier.h"
+#include "agent/channel/eventservice.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
+#include "agent/heartbeat.h"
 #include "agent/options.h"
 #include "agent/orb.h"
 #include "agent/repeating.h"
 #include "agent/sessions.h"
+#include "agent/traffic/traffic.h"
 #include "agent/users.h"
 
 namespace zk::agent {
@@ -49,7 +53,8 @@ class EmbeddedEms {
 class Serving {
  public:
   // All must outlive this object.
-  Serving(const Options& options, Users& users, Inventory& inventory, Sessions& sessions, Orb& orb);
+  Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
+          EventService& events, Sessions& sessions, Orb& orb);
   // Tells the NMSs that their sessions are over, and waits for requests in
   // progress.
   ~Serving();
@@ -58,11 +63,15 @@ class Serving {
 
   // The factory's stringified reference.
   const std::string& reference() const { return reference_; }
+  // The administration's; empty when it is not served.
+  const std::string& adminReference() const { return adminReference_; }
 
  private:
+  EventService& events_;
   Sessions& sessions_;
   Orb& orb_;
   std::string reference_;
+  std::string adminReference_;
 };
 
 class Agent {
@@ -80,8 +89,13 @@ class Agent {
   EmbeddedEms ems_;
   const std::unique_ptr<Users> users_;
   Sessions sessions_;
+  EventService events_;
+  const ChangeReporting reporting_;
+  Traffic traffic_;
   const Serving serving_;
+  Heartbeat heartbeat_;
   const Repeating housekeeping_;
+  const std::unique_ptr<PublishedFile> adminIorFile_;
   const std::unique_ptr<PublishedFile> iorFile_;
 };
 

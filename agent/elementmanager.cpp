@@ -1,5 +1,6 @@
 #include "agent/elementmanager.h"
 
+#include "agent/changes/activealarms.h"
 #include "agent/errors.h"
 #include "agent/queries.h"
 
@@ -11,8 +12,9 @@ using globaldefs::NamingAttributesList_T_out;
 using transmissionParameters::LayerRateList_T;
 
 ElementManager::ElementManager(Paging paging, Inventory& inventory)
-    : ManagerServant(inventory, {"getAllManagedElements", "getAllManagedElementNames",
-                                 "getContainingSubnetworkNames", "getManagedElement"}),
+    : ManagerServant(inventory,
+                     {"getAllManagedElements", "getAllManagedElementNames",
+                      "getContainingSubnetworkNames", "getManagedElement", "getAllActiveAlarms"}),
       paging_(std::move(paging)),
       inventory_(inventory) {}
 
@@ -47,12 +49,16 @@ void ElementManager::getManagedElement(const NamingAttributes_T& name,
           [&] { element = new managedElement::ManagedElement_T(elementNamed(inventory_, name)); });
 }
 
-void ElementManager::getAllActiveAlarms(const NamingAttributes_T&,
-                                        const notifications::ProbableCauseList_T&,
-                                        const notifications::PerceivedSeverityList_T&, CORBA::ULong,
-                                        notifications::EventList_T_out,
-                                        notifications::EventIterator_I_out) {
-  throw notImplemented();
+void ElementManager::getAllActiveAlarms(
+    const NamingAttributes_T& name, const notifications::ProbableCauseList_T& excludedCauses,
+    const notifications::PerceivedSeverityList_T& excludedSeverities, CORBA::ULong howMany,
+    notifications::EventList_T_out list, notifications::EventIterator_I_out it) {
+  guarded("getAllActiveAlarms", [&] {
+    const long device = existingDeviceId(inventory_, name);
+    answerList<EventIteration>(
+        activeAlarms(inventory_, {excludedCauses, excludedSeverities}, device), howMany, paging_,
+        list, it);
+  });
 }
 
 void ElementManager::getAllPTPNames(const NamingAttributes_T&, const LayerRateList_T&,

@@ -19,13 +19,14 @@ class ElementManager : public ManagerServant<POA_managedElementManager::ManagedE
                                     globaldefs::NamingAttributesList_T_out names) override;
   void getManagedElement(const globaldefs::NamingAttributes_T& name,
                          managedElement::ManagedElement_T_out element) override;
+  // Those without the causes and severities that are listed.
+  void getAllActiveAlarms(const globaldefs::NamingAttributes_T& name,
+                          const notifications::ProbableCauseList_T& excludedCauses,
+                          const notifications::PerceivedSeverityList_T& excludedSeverities,
+                          CORBA::ULong howMany, notifications::EventList_T_out list,
+                          notifications::EventIterator_I_out it) override;
 
   // Not offered.
-  void getAllActiveAlarms(const globaldefs::NamingAttributes_T&,
-                          const notifications::ProbableCauseList_T&,
-                          const notifications::PerceivedSeverityList_T&, CORBA::ULong,
-                          notifications::EventList_T_out,
-                          notifications::EventIterator_I_out) override;
   void getAllPTPNames(const globaldefs::NamingAttributes_T&,
                       const transmissionParameters::LayerRateList_T&,
                       const transmissionParameters::LayerRateList_T&, CORBA::ULong,

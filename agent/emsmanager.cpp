@@ -1,5 +1,6 @@
 #include "agent/emsmanager.h"
 
+#include "agent/changes/activealarms.h"
 #include "agent/errors.h"
 #include "agent/queries.h"
 #include "agent/records.h"
@@ -7,10 +8,10 @@
 namespace zk::agent {
 
 EmsManager::EmsManager(Paging paging, Inventory& inventory)
-    : ManagerServant(inventory,
-                     {"getEMS", "getAllTopLevelSubnetworks", "getAllTopLevelSubnetworkNames",
-                      "getAllTopLevelTopologicalLinks", "getAllTopLevelTopologicalLinkNames",
-                      "getTopLevelTopologicalLink"}),
+    : ManagerServant(inventory, {"getEMS", "getAllTopLevelSubnetworks",
+                                 "getAllTopLevelSubnetworkNames", "getAllTopLevelTopologicalLinks",
+                                 "getAllTopLevelTopologicalLinkNames", "getTopLevelTopologicalLink",
+                                 "getAllEMSAndMEActiveAlarms", "getAllEMSSystemActiveAlarms"}),
       paging_(std::move(paging)),
       inventory_(inventory) {}
 
@@ -54,17 +55,23 @@ void EmsManager::getTopLevelTopologicalLink(const globaldefs::NamingAttributes_T
           [&] { link = new topologicalLink::TopologicalLink_T(linkNamed(inventory_, name)); });
 }
 
-void EmsManager::getAllEMSAndMEActiveAlarms(const notifications::ProbableCauseList_T&,
-                                            const notifications::PerceivedSeverityList_T&,
-                                            CORBA::ULong, notifications::EventList_T_out,
-                                            notifications::EventIterator_I_out) {
-  throw notImplemented();
+void EmsManager::getAllEMSAndMEActiveAlarms(
+    const notifications::ProbableCauseList_T& excludedCauses,
+    const notifications::PerceivedSeverityList_T& excludedSeverities, CORBA::ULong howMany,
+    notifications::EventList_T_out list, notifications::EventIterator_I_out it) {
+  guarded("getAllEMSAndMEActiveAlarms", [&] {
+    answerList<EventIteration>(activeAlarms(inventory_, {excludedCauses, excludedSeverities}),
+                               howMany, paging_, list, it);
+  });
 }
 
-void EmsManager::getAllEMSSystemActiveAlarms(const notifications::PerceivedSeverityList_T&,
-                                             CORBA::ULong, notifications::EventList_T_out,
-                                             notifications::EventIterator_I_out) {
-  throw notImplemented();
+void EmsManager::getAllEMSSystemActiveAlarms(
+    const notifications::PerceivedSeverityList_T& excludedSeverities, CORBA::ULong howMany,
+    notifications::EventList_T_out list, notifications::EventIterator_I_out it) {
+  guarded("getAllEMSSystemActiveAlarms", [&] {
+    answerList<EventIteration>(activeAlarms(inventory_, {{}, excludedSeverities}, THE_EMS), howMany,
+                               paging_, list, it);
+  });
 }
 
 void EmsManager::createTopologicalLink(const topologicalLink::TLCreateData_T&,

@@ -27,15 +27,16 @@ class EmsManager : public ManagerServant<POA_emsMgr::EMSMgr_I> {
                                           globaldefs::NamingAttributesIterator_I_out it) override;
   void getTopLevelTopologicalLink(const globaldefs::NamingAttributes_T& name,
                                   topologicalLink::TopologicalLink_T_out link) override;
+  // Those without the causes and severities that are listed.
+  void getAllEMSAndMEActiveAlarms(const notifications::ProbableCauseList_T& excludedCauses,
+                                  const notifications::PerceivedSeverityList_T& excludedSeverities,
+                                  CORBA::ULong howMany, notifications::EventList_T_out list,
+                                  notifications::EventIterator_I_out it) override;
+  void getAllEMSSystemActiveAlarms(const notifications::PerceivedSeverityList_T& excludedSeverities,
+                                   CORBA::ULong howMany, notifications::EventList_T_out list,
+                                   notifications::EventIterator_I_out it) override;
 
   // Not offered.
-  void getAllEMSAndMEActiveAlarms(const notifications::ProbableCauseList_T&,
-                                  const notifications::PerceivedSeverityList_T&, CORBA::ULong,
-                                  notifications::EventList_T_out,
-                                  notifications::EventIterator_I_out) override;
-  void getAllEMSSystemActiveAlarms(const notifications::PerceivedSeverityList_T&, CORBA::ULong,
-                                   notifications::EventList_T_out,
-                                   notifications::EventIterator_I_out) override;
   void createTopologicalLink(const topologicalLink::TLCreateData_T&,
                              topologicalLink::TopologicalLink_T_out) override;
   void deleteTopologicalLink(const globaldefs::NamingAttributes_T&) override;

@@ -7,8 +7,12 @@
 namespace zk::agent {
 
 FactoryServant::FactoryServant(Users& users, Sessions& sessions, Inventory& inventory,
-                               std::string version)
-    : users_(users), sessions_(sessions), inventory_(inventory), version_(std::move(version)) {}
+                               EventService& events, std::string version)
+    : users_(users),
+      sessions_(sessions),
+      inventory_(inventory),
+      events_(events),
+      version_(std::move(version)) {}
 
 char* FactoryServant::getVersion() { return CORBA::string_dup(version_.c_str()); }
 
@@ -26,7 +30,7 @@ void FactoryServant::getEmsSession(const char* user, const char* password,
     }
     const std::shared_ptr<Session> session = sessions_.begin(user, client);
     const PortableServer::ServantBase_var owner =
-        new SessionServant(session, sessions_, inventory_);
+        new SessionServant(session, sessions_, inventory_, events_);
     ServantHome::Ticket ticket = 0;
     const CORBA::Object_var reference = session->servants->open(owner.in(), ticket);
     emsSessionInterface = emsSession::EmsSession_I::_narrow(reference.in());

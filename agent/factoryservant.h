@@ -15,7 +15,8 @@ class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I
                        public virtual PortableServer::RefCountServantBase {
  public:
   // All but version must outlive the servant.
-  FactoryServant(Users& users, Sessions& sessions, Inventory& inventory, std::string version);
+  FactoryServant(Users& users, Sessions& sessions, Inventory& inventory, EventService& events,
+                 std::string version);
 
   char* getVersion() override;
   void getEmsSession(const char* user, const char* password, nmsSession::NmsSession_I_ptr client,
@@ -25,6 +26,7 @@ class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I
   Users& users_;
   Sessions& sessions_;
   Inventory& inventory_;
+  EventService& events_;
   const std::string version_;
 };
 

@@ -54,6 +54,24 @@ struct LinkIteration {
   using List_out = topologicalLink::TopologicalLinkList_T_out;
 };
 
+struct MapObjectIteration {
+  using Skeleton = POA_topologyMap::MapObjectIterator_I;
+  using Interface = topologyMap::MapObjectIterator_I;
+  using Iterator_out = topologyMap::MapObjectIterator_I_out;
+  using List = topologyMap::MapObjectList_T;
+  using List_var = topologyMap::MapObjectList_T_var;
+  using List_out = topologyMap::MapObjectList_T_out;
+};
+
+struct EventIteration {
+  using Skeleton = POA_notifications::EventIterator_I;
+  using Interface = notifications::EventIterator_I;
+  using Iterator_out = notifications::EventIterator_I_out;
+  using List = notifications::EventList_T;
+  using List_var = notifications::EventList_T_var;
+  using List_out = notifications::EventList_T_out;
+};
+
 // What the lists of one session share.
 struct Paging {
   std::shared_ptr<OpenIterators> iterators;

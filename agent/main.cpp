@@ -1,4 +1,5 @@
 // zk-agent: the reference northbound agent.
+#include "agent/admin/adminrun.h"
 #include "agent/options.h"
 #include "agent/run.h"
 
@@ -9,6 +10,9 @@ int main(int argc, char** argv) {
   }
   if (commandLine.passwordChange) {
     return zk::agent::runPasswd(*commandLine.passwordChange);
+  }
+  if (commandLine.admin) {
+    return zk::agent::runAdmin(*commandLine.admin);
   }
   return zk::agent::runAgent(commandLine.options);
 }

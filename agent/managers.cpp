@@ -7,6 +7,7 @@
 #include "agent/emsmanager.h"
 #include "agent/errors.h"
 #include "agent/log.h"
+#include "agent/mapmanager.h"
 #include "agent/subnetworkmanager.h"
 
 namespace zk::agent {
@@ -25,10 +26,11 @@ struct Offered {
   Make make;
 };
 
-constexpr std::array<Offered, 3> offered = {{
+constexpr std::array<Offered, 4> offered = {{
     {"EMS", make<EmsManager>},
     {"ManagedElement", make<ElementManager>},
     {"MultiLayerSubnetwork", make<SubnetworkManager>},
+    {"TopologyMap", make<MapManager>},
 }};
 
 constexpr std::array<const char*, 6> standard = {"GuiCutThrough",         "EquipmentInventory",

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <map>
 
+#include "agent/admin/admincommands.h"
+
 namespace zk::agent {
 
 namespace {
@@ -20,12 +22,15 @@ Exit status:
   3   wrong options
   4   the users file cannot be used
   5   the log file or the IOR file cannot be written
+  6   admin: the agent refused the change
+  7   admin: no agent answered, or one without --admin
   70  any other failure
 
 Examples:
   zk-agent --listen 127.0.0.1:5814 --inventory /var/lib/zk-agent/zk-agent.db
   zk-agent --ior-file /run/zk-agent/factory.ior --users /etc/zk-agent/users
   printf '%s\n' "$PASSWORD" | zk-agent passwd --users /etc/zk-agent/users operator
+  zk-agent admin raise-alarm --device 7 --cause LOS --severity critical
 
 Clients find the agent at corbaloc:iiop:HOST:PORT/EmsSessionFactory.)";
 
@@ -66,11 +71,16 @@ CLI::Validator notEmpty() {
 struct Raw {
   std::string listen = "127.0.0.1:5814";
   long iteratorIdle = 900;
+  long pingPeriod = 60;
+  long pingTimeout = 5;
+  long consumerTimeout = 5;
+  long consumerRetry = 60;
   std::string logLevel = "info";
 };
 
 void addServing(CLI::App& app, Options& options, Raw& raw) {
-  add(app, "--listen", raw.listen, "Address to serve on; host * for every interface, port 0 for any free one")
+  add(app, "--listen", raw.listen,
+      "Address to serve on; host * for every interface, port 0 for any free one")
       ->check(endpointText());
   add(app, "--inventory", options.inventory,
       "SQLite file of the embedded EMS; made with a sample network when missing")
@@ -94,10 +104,62 @@ void addLimits(CLI::App& app, Limits& limits, Raw& raw) {
       ->check(CLI::Range(1, 10000));
 }
 
+void addPings(CLI::App& app, PingRules& pings, Raw& raw) {
+  add(app, "--ping-period", raw.pingPeriod, "Seconds between pings of an NMS; 0 for none")
+      ->check(CLI::Range(0, 86400));
+  add(app, "--ping-timeout", raw.pingTimeout, "Seconds that an NMS has to answer a ping")
+      ->check(CLI::Range(1, 600));
+  add(app, "--ping-failures", pings.failures,
+      "Pings in a row that an NMS may fail to answer; one more ends its session")
+      ->check(CLI::Range(0, 1000));
+}
+
+void addChannel(CLI::App& app, ChannelSettings& channel, Raw& raw) {
+  add(app, "--max-events", channel.eventsPerConsumer,
+      "Events waiting for one consumer; 0 for as many as the event cache holds")
+      ->check(CLI::Range(0, 10000));
+  add(app, "--consumer-timeout", raw.consumerTimeout, "Seconds that a consumer has to take events")
+      ->check(CLI::Range(1, 600));
+  add(app, "--consumer-retry", raw.consumerRetry,
+      "Seconds for which a failing consumer is tried again before it is given up")
+      ->check(CLI::Range(0, 86400));
+}
+
+CLI::Validator rateText() {
+  return CLI::Validator(
+      [](std::string& text) {
+        double rate = 0;
+        const bool number = CLI::detail::lexical_cast(text, rate);
+        const bool inRange = number && rate >= 0 && rate <= HIGHEST_RATE;
+        return std::string(inRange ? "" : "must be 0 to 10000");
+      },
+      "RATE");
+}
+
+void addTrials(CLI::App& app, Options& options) {
+  add(app, "--traffic", options.traffic.rate, "Changes a second that the EMS makes up; 0 for none")
+      ->check(rateText());
+  add(app, "--traffic-seed", options.traffic.seed, "The same seed makes the same changes");
+  app.add_flag("--admin", options.admin,
+               "Let whoever reaches the address change the EMS with 'zk-agent admin'")
+      ->envname(variableOf("--admin"));
+  add(app, "--admin-ior-file", options.adminIorFile,
+      "With --admin: write the administration's reference here; removed at the end");
+}
+
 void addLogs(CLI::App& app, Options& options, Raw& raw) {
   add(app, "--log-file", options.logFile, "Log to this file, which rotates; else standard error");
   add(app, "--log-level", raw.logLevel, "How much is logged")
       ->check(CLI::IsMember({"off", "error", "warning", "info", "debug", "trace"}));
+}
+
+void putTimes(const Raw& raw, Options& options) {
+  using std::chrono::seconds;
+  options.limits.iteratorIdle = seconds(raw.iteratorIdle);
+  options.pings.period = seconds(raw.pingPeriod);
+  options.pings.timeout = seconds(raw.pingTimeout);
+  options.channel.callLimit = seconds(raw.consumerTimeout);
+  options.channel.retryFor = seconds(raw.consumerRetry);
 }
 
 LogLevel logLevelOf(const std::string& name) {
@@ -123,6 +185,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   CommandLine result;
   Raw raw;
   PasswordChange change;
+  AdminCommand admin;
   CLI::App app("zk-agent: TMF 814 northbound agent with an embedded EMS", "zk-agent");
   app.footer(footer);
   app.set_version_flag("--version", "zk-agent " ZK_AGENT_VERSION);
@@ -130,8 +193,12 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   app.allow_config_extras(CLI::config_extras_mode::error);
   addServing(app, result.options, raw);
   addLimits(app, result.options.limits, raw);
+  addPings(app, result.options.pings, raw);
+  addChannel(app, result.options.channel, raw);
+  addTrials(app, result.options);
   addLogs(app, result.options, raw);
   const CLI::App* const passwd = addPasswd(app, change);
+  addAdminCommands(app, admin);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& failure) {
@@ -139,10 +206,13 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     return result;
   }
   result.options.listen = parseEndpoint(raw.listen);
-  result.options.limits.iteratorIdle = std::chrono::seconds(raw.iteratorIdle);
+  putTimes(raw, result.options);
   result.options.logLevel = logLevelOf(raw.logLevel);
   if (passwd->parsed()) {
     result.passwordChange = change;
+  }
+  if (admin.request) {
+    result.admin = admin;
   }
   return result;
 }

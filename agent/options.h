@@ -6,9 +6,13 @@
 #include <optional>
 #include <string>
 
+#include "agent/admin/adminrun.h"
+#include "agent/channel/settings.h"
+#include "agent/heartbeat.h"
 #include "agent/limits.h"
 #include "agent/log.h"
 #include "agent/orb.h"
+#include "agent/traffic/traffic.h"
 
 namespace zk::agent {
 
@@ -32,7 +36,12 @@ struct Options {
   std::string interfaceVersion = "3.0";  // what getVersion answers
   std::string usersFile;                 // empty: no authentication
   Limits limits;
-  std::string logFile;  // empty: standard error
+  PingRules pings;
+  ChannelSettings channel;
+  TrafficOptions traffic;
+  bool admin = false;        // whether whoever reaches the agent may change the EMS
+  std::string adminIorFile;  // empty: none is written
+  std::string logFile;       // empty: standard error
   LogLevel logLevel = LogLevel::Info;
 };
 
@@ -45,6 +54,7 @@ struct PasswordChange {
 struct CommandLine {
   Options options;
   std::optional<PasswordChange> passwordChange;
+  std::optional<AdminCommand> admin;
   // Set when there is nothing to run: help was shown, or the usage was wrong.
   std::optional<int> exitStatus;
 };

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "agent/errors.h"
+#include "agent/listof.h"
 #include "agent/log.h"
 #include "agent/objectnames.h"
 #include "agent/records.h"
@@ -14,25 +15,6 @@ namespace {
 
 using globaldefs::NamingAttributesList_T;
 using globaldefs::NVSList_T;
-
-template <class Key>
-std::vector<Key> slice(const std::vector<Key>& keys, std::size_t from, std::size_t count) {
-  const auto first = keys.begin() + static_cast<std::ptrdiff_t>(from);
-  return {first, first + static_cast<std::ptrdiff_t>(count)};
-}
-
-// A list over these keys: fetch gives the records of some of them, add appends
-// one record to the answer.
-template <class List, class Key, class Fetch, class Add>
-PagedList<List> listOf(std::vector<Key> keys, Fetch fetch, Add add) {
-  const std::size_t length = keys.size();
-  return {length,
-          [keys = std::move(keys), fetch, add](std::size_t from, std::size_t count, List& out) {
-            for (const auto& record : fetch(slice(keys, from, count))) {
-              add(out, record);
-            }
-          }};
-}
 
 auto fetchDevices(const Inventory& inventory) {
   return [&inventory](const std::vector<long>& ids) { return inventory.devices(ids); };
@@ -144,10 +126,16 @@ multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& in
   return subnetworkOf(record);
 }
 
-NVSList_T subnetworkNameOfElement(const Inventory& inventory, const NVSList_T& name) {
-  if (!inventory.device(readDeviceId(name))) {
+long existingDeviceId(const Inventory& inventory, const NVSList_T& name) {
+  const long id = readDeviceId(name);
+  if (!inventory.device(id)) {
     throw noSuchObject(name);
   }
+  return id;
+}
+
+NVSList_T subnetworkNameOfElement(const Inventory& inventory, const NVSList_T& name) {
+  existingDeviceId(inventory, name);
   return nameOfSubnetwork(inventory.subnetwork().id);
 }
 

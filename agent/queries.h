@@ -28,6 +28,9 @@ topologicalLink::TopologicalLink_T linkNamed(const Inventory& inventory,
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& inventory,
                                                              const globaldefs::NVSList_T& name);
 
+// The element's id, when there is one of this name. Throws Refusal.
+long existingDeviceId(const Inventory& inventory, const globaldefs::NVSList_T& name);
+
 // The subnetwork that holds the element of this name.
 globaldefs::NVSList_T subnetworkNameOfElement(const Inventory& inventory,
                                               const globaldefs::NVSList_T& name);

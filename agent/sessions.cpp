@@ -1,11 +1,15 @@
 #include "agent/sessions.h"
 
+#include "agent/channel/eventservice.h"
 #include "agent/errors.h"
 #include "agent/log.h"
+#include "agent/nmscalls.h"
 
 namespace zk::agent {
 
 namespace {
+
+constexpr std::chrono::milliseconds lossCallLimit{5000};
 
 Paging pagingOf(const std::shared_ptr<ServantHome>& servants, const Limits& limits,
                 const SteadyClock& clock) {
@@ -16,8 +20,8 @@ std::string describe(const Session& session) {
   return "session " + std::to_string(session.id) + " of '" + printable(session.user.c_str()) + "'";
 }
 
-void close(const Session& session, const std::string& why) {
-  session.servants->closeAll();
+void close(Session& session, const std::string& why) {
+  session.close();
   logCourse(describe(session) + " ended: " + why);
 }
 
@@ -30,6 +34,30 @@ Session::Session(long number, std::string userName, nmsSession::NmsSession_I_ptr
       client(nmsSession::NmsSession_I::_duplicate(nms)),
       servants(std::make_shared<ServantHome>(poa)),
       paging(pagingOf(servants, limits, clock)) {}
+
+std::shared_ptr<SessionChannel> Session::channel(EventService& events) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (closed_) {
+    throw CORBA::OBJECT_NOT_EXIST();
+  }
+  if (!channel_) {
+    channel_ = events.open(id, servants, std::make_shared<NmsCalls>(client.in(), lossCallLimit));
+  }
+  return channel_;
+}
+
+void Session::close() {
+  std::shared_ptr<SessionChannel> closing;
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    closed_ = true;
+    closing.swap(channel_);
+  }
+  if (closing) {
+    closing->close();
+  }
+  servants->closeAll();
+}
 
 Sessions::Sessions(PortableServer::POA_ptr poa, const Limits& limits, SteadyClock clock)
     : poa_(PortableServer::POA::_duplicate(poa)), limits_(limits), clock_(std::move(clock)) {}
@@ -92,6 +120,11 @@ std::size_t Sessions::reapIterators() {
 std::size_t Sessions::count() const {
   const std::lock_guard<std::mutex> guard(mutex_);
   return sessions_.size();
+}
+
+bool Sessions::isAlive(long id) const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return sessions_.count(id) != 0;
 }
 
 std::vector<std::shared_ptr<Session>> Sessions::all() const {

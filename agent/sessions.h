@@ -17,9 +17,13 @@
 
 namespace zk::agent {
 
+class EventService;
+class SessionChannel;
+
 // One session's part of the agent. Its servants share it; it is closed once and
 // for all when the session ends.
-struct Session {
+class Session {
+ public:
   Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
           PortableServer::POA_ptr poa, const Limits& limits, const SteadyClock& clock);
 
@@ -28,6 +32,18 @@ struct Session {
   const nmsSession::NmsSession_I_var client;
   const std::shared_ptr<ServantHome> servants;
   const Paging paging;
+
+  // The session's event channel, opened on first use. Throws OBJECT_NOT_EXIST
+  // once the session is closed.
+  std::shared_ptr<SessionChannel> channel(EventService& events);
+
+  // Takes the channel and the servants away; requests in progress finish.
+  void close();
+
+ private:
+  std::mutex mutex_;  // guards the rest
+  std::shared_ptr<SessionChannel> channel_;
+  bool closed_ = false;
 };
 
 class Sessions {
@@ -49,10 +65,13 @@ class Sessions {
   std::size_t reapIterators();
 
   std::size_t count() const;
-
- private:
   std::vector<std::shared_ptr<Session>> all() const;
 
+  // Whether there is a session of this id. Quick: called for every client on
+  // every event.
+  bool isAlive(long id) const;
+
+ private:
   const PortableServer::POA_var poa_;
   const Limits limits_;
   const SteadyClock clock_;

@@ -1,13 +1,14 @@
 #include "agent/sessionservant.h"
 
+#include "agent/channel/sessionchannel.h"
 #include "agent/errors.h"
 #include "agent/managers.h"
 
 namespace zk::agent {
 
 SessionServant::SessionServant(std::shared_ptr<Session> session, Sessions& sessions,
-                               Inventory& inventory)
-    : session_(std::move(session)), sessions_(sessions), inventory_(inventory) {}
+                               Inventory& inventory, EventService& events)
+    : session_(std::move(session)), sessions_(sessions), inventory_(inventory), events_(events) {}
 
 session::Session_I_ptr SessionServant::associatedSession() {
   return session::Session_I::_duplicate(session_->client.in());
@@ -41,8 +42,8 @@ void SessionServant::getManager(const char* name, common::Common_I_out manager) 
   });
 }
 
-void SessionServant::getEventChannel(CosNotifyChannelAdmin::EventChannel_out) {
-  throw notImplemented();
+void SessionServant::getEventChannel(CosNotifyChannelAdmin::EventChannel_out channel) {
+  guarded("getEventChannel", [&] { channel = session_->channel(events_)->reference(); });
 }
 
 }  // namespace zk::agent

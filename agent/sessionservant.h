@@ -16,8 +16,9 @@ namespace zk::agent {
 class SessionServant : public virtual POA_emsSession::EmsSession_I,
                        public virtual PortableServer::RefCountServantBase {
  public:
-  // sessions and inventory must outlive the servant.
-  SessionServant(std::shared_ptr<Session> session, Sessions& sessions, Inventory& inventory);
+  // All but session must outlive the servant.
+  SessionServant(std::shared_ptr<Session> session, Sessions& sessions, Inventory& inventory,
+                 EventService& events);
 
   // The NMS's half, as it was given at login.
   session::Session_I_ptr associatedSession() override;
@@ -33,6 +34,7 @@ class SessionServant : public virtual POA_emsSession::EmsSession_I,
   const std::shared_ptr<Session> session_;
   Sessions& sessions_;
   Inventory& inventory_;
+  EventService& events_;
   std::mutex mutex_;
   std::map<std::string, common::Common_I_var> managers_;
 };

@@ -135,11 +135,6 @@ TEST_F(ElementManager, refusesTheRestTheStandardWay) {
   globaldefs::NamingAttributesIterator_I_var iterator;
   const std::string refused = "NOT_IMPLEMENTED: ";
   EXPECT_EQ(refusalBy([&] {
-              manager->getAllActiveAlarms(name, causes, severities, 1, events.out(),
-                                          eventIterator.out());
-            }),
-            refused);
-  EXPECT_EQ(refusalBy([&] {
               manager->getAllUnacknowledgedActiveAlarms(name, causes, severities, 1, events.out(),
                                                         eventIterator.out());
             }),

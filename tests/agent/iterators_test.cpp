@@ -50,11 +50,12 @@ class Iterators : public testing::Test {
   NamingAttributesList_T_var names;
 };
 
-TEST_F(Iterators, answerAllAtOnceWithoutOne) {
+TEST(IteratorsOfOtherAgents, answerAllAtOnceWithoutOne) {
   zk::agent::Limits wide;
   wide.page = 100;
   LocalAgent other(wide, {devices, 2});
   const auto elements = other.manager<ManagedElementMgr_I>("ManagedElement");
+  NamingAttributesList_T_var names;
   for (const CORBA::ULong howMany : {25U, 26U, 4294967295U}) {
     NamingAttributesIterator_I_var iterator;
     elements->getAllManagedElementNames(howMany, names.out(), iterator.out());
@@ -84,9 +85,10 @@ TEST_F(Iterators, giveEverythingForHowManyZero) {
   EXPECT_EQ(seen.size(), 25U);
 }
 
-TEST_F(Iterators, areNilForNothingAtAll) {
+TEST(IteratorsOfOtherAgents, areNilForNothingAtAll) {
   LocalAgent empty(limits(), {0, 1});
   const auto elements = empty.manager<ManagedElementMgr_I>("ManagedElement");
+  NamingAttributesList_T_var names;
   for (const CORBA::ULong howMany : {0U, 5U}) {
     NamingAttributesIterator_I_var iterator;
     elements->getAllManagedElementNames(howMany, names.out(), iterator.out());
@@ -128,7 +130,7 @@ TEST_F(Iterators, refuseToHandOutNothing) {
   EXPECT_TRUE(iterator->next_n(1, page.out()));
 }
 
-TEST_F(Iterators, passOverDevicesRemovedMeanwhile) {
+TEST(IteratorsOfOtherAgents, passOverDevicesRemovedMeanwhile) {
   LocalAgent bare(limits(), {0, 1});
   std::vector<long> ids;
   for (int i = 0; i < 5; ++i) {

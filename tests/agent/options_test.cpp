@@ -35,6 +35,21 @@ TEST(CommandLine, hasDefaults) {
   EXPECT_EQ(line.options.limits.iteratorIdle, std::chrono::seconds(900));
   EXPECT_EQ(line.options.limits.page, 1000U);
   EXPECT_EQ(line.options.logLevel, LogLevel::Info);
+  EXPECT_EQ(line.options.traffic.rate, 0);
+  EXPECT_EQ(line.options.traffic.seed, 1U);
+  EXPECT_FALSE(line.options.admin);
+  EXPECT_FALSE(line.admin);
+}
+
+TEST(CommandLine, setsTheTrialOptions) {
+  const CommandLine line =
+      parsed({"--traffic", "0.5", "--traffic-seed", "9", "--admin", "--admin-ior-file", "a.ior"});
+  ASSERT_FALSE(line.exitStatus);
+  EXPECT_EQ(line.options.traffic.rate, 0.5);
+  EXPECT_EQ(line.options.traffic.seed, 9U);
+  EXPECT_TRUE(line.options.admin);
+  EXPECT_EQ(line.options.adminIorFile, "a.ior");
+  EXPECT_FALSE(line.admin) << "the flag is not the command of the same name";
 }
 
 TEST(CommandLine, setsEveryOption) {
@@ -87,6 +102,26 @@ TEST(CommandLine, comesBeforeTheFileAndThatBeforeTheEnvironment) {
   EXPECT_EQ(line.options.limits.sessions, 7U);
 }
 
+TEST(CommandLine, readsTheTrialOptionsFromFileAndEnvironment) {
+  const TemporaryFolder folder;
+  const std::string file = folder.file("agent.conf");
+  writeBytes(file, "admin=true\n");
+  const Variable rate("ZK_AGENT_TRAFFIC", "25");
+  const CommandLine line = parsed({"--config", file.c_str()});
+  ASSERT_FALSE(line.exitStatus);
+  EXPECT_TRUE(line.options.admin);
+  EXPECT_EQ(line.options.traffic.rate, 25);
+  EXPECT_FALSE(line.admin);
+}
+
+TEST(CommandLine, readsAnAdminCommand) {
+  const CommandLine line = parsed({"admin", "--agent", "[::1]:99", "clear-alarm", "7"});
+  ASSERT_FALSE(line.exitStatus);
+  ASSERT_TRUE(line.admin);
+  EXPECT_EQ(line.admin->agent, "[::1]:99");
+  EXPECT_TRUE(line.admin->request);
+}
+
 TEST(CommandLine, refusesWrongUsage) {
   const std::vector<std::vector<const char*>> wrong = {
       {"--nonsense"},
@@ -99,6 +134,17 @@ TEST(CommandLine, refusesWrongUsage) {
       {"--iterator-idle", "-1"},
       {"--max-how-many", "0"},
       {"--log-level", "loud"},
+      {"--traffic", "-1"},
+      {"--traffic", "10001"},
+      {"--traffic", "nan"},
+      {"--traffic", "often"},
+      {"--traffic-seed", "-1"},
+      {"admin"},
+      {"admin", "nonsense"},
+      {"admin", "clear-alarm"},
+      {"admin", "clear-alarm", "x"},
+      {"admin", "create-device", "--name", "n"},
+      {"admin", "raise-alarm", "--cause", "LOS", "--severity", "cleared"},
       {"--config", "/nowhere/agent.conf"},
       {"passwd"},
       {"passwd", "operator"},

@@ -43,10 +43,11 @@ TEST_F(Session, knowsTheOtherHalf) {
 TEST_F(Session, listsTheManagersThatItGives) {
   emsSession::EmsSession_I::managerNames_T_var names;
   session->getSupportedManagers(names.out());
-  ASSERT_EQ(names->length(), 3U);
+  ASSERT_EQ(names->length(), 4U);
   EXPECT_STREQ(names[0U], "EMS");
   EXPECT_STREQ(names[1U], "ManagedElement");
   EXPECT_STREQ(names[2U], "MultiLayerSubnetwork");
+  EXPECT_STREQ(names[3U], "TopologyMap");
   for (CORBA::ULong i = 0; i < names->length(); ++i) {
     EXPECT_EQ(refusalOfManager(names[i]), "");
   }
@@ -77,9 +78,17 @@ TEST_F(Session, refusesManagersThatItDoesNotHave) {
   EXPECT_EQ(refusalOfManager(""), "INVALID_INPUT: no manager has the name ''");
 }
 
-TEST_F(Session, offersNoEventChannelYet) {
+TEST_F(Session, givesOneEventChannelAndTakesItAway) {
   CosNotifyChannelAdmin::EventChannel_var channel;
-  EXPECT_EQ(refusalBy([&] { session->getEventChannel(channel.out()); }), "NOT_IMPLEMENTED: ");
+  CosNotifyChannelAdmin::EventChannel_var again;
+  session->getEventChannel(channel.out());
+  session->getEventChannel(again.out());
+  ASSERT_FALSE(CORBA::is_nil(channel.in()));
+  EXPECT_TRUE(channel->_is_equivalent(again.in()));
+  session->endSession();
+  EXPECT_TRUE(zk::test::isGone([&] {
+    const CosNotifyChannelAdmin::ConsumerAdmin_var admin = channel->default_consumer_admin();
+  }));
 }
 
 TEST_F(Session, takesItsManagersWithItAndLeavesOthersAlone) {
@@ -96,7 +105,7 @@ TEST_F(Session, givesNothingMoreOnceItHasEnded) {
   // A request that was under way when the session ended.
   const auto ended = agent.sessions.begin("late", agent.nmsReference.in());
   agent.sessions.end(ended->id, "test");
-  zk::agent::SessionServant servant(ended, agent.sessions, *agent.inventory);
+  zk::agent::SessionServant servant(ended, agent.sessions, *agent.inventory, agent.events);
   common::Common_I_var manager;
   EXPECT_TRUE(isGone([&] { servant.getManager("EMS", manager.out()); }));
 }

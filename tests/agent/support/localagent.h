@@ -1,5 +1,6 @@
 // The agent's servants in this process, called through references as an NMS
-// would call them, over an inventory in memory and a clock that stands still.
+// would call them, over an inventory in memory and a clock that stands still. One
+// at a time in a process: there is one event cache.
 #ifndef ZK_TESTS_AGENT_SUPPORT_LOCALAGENT_H
 #define ZK_TESTS_AGENT_SUPPORT_LOCALAGENT_H
 
@@ -12,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "agent/channel/eventservice.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
 #include "agent/factoryservant.h"
@@ -51,11 +53,12 @@ class LocalAgent {
       : inventory(zk::agent::Inventory::open(":memory:", seed)),
         backend_(*inventory),
         root_(rootAdapter()),
-        sessions(root_.in(), limits, [this] { return now; }) {
+        sessions(root_.in(), limits, [this] { return now; }),
+        events({}, [this](long session) { return sessions.isAlive(session); }) {
     before_ = zk::platform::install(&backend_);
     const PortableServer::POAManager_var manager = root_->the_POAManager();
     manager->activate();
-    servant_ = new zk::agent::FactoryServant(users, sessions, *inventory, "3.0");
+    servant_ = new zk::agent::FactoryServant(users, sessions, *inventory, events, "3.0");
     factory = emsSessionFactory::EmsSessionFactory_I::_narrow(activate(servant_.in()));
     nms = new NmsDouble;
     nmsReference = nmsSession::NmsSession_I::_narrow(activate(nms));
@@ -64,8 +67,11 @@ class LocalAgent {
 
   ~LocalAgent() {
     sessions.endAll("the test is over");
+    events.stop();
     deactivate(servant_.in());
-    deactivate(nms);
+    if (nms != nullptr) {
+      deactivate(nms);
+    }
     zk::platform::install(before_);
   }
 
@@ -76,6 +82,21 @@ class LocalAgent {
     emsSession::EmsSession_I_var session;
     factory->getEmsSession(user, password, nmsReference.in(), session.out());
     return session;
+  }
+
+  // With another NMS's half, which has to stay until the end.
+  emsSession::EmsSession_I_var logInAs(NmsDouble* other) {
+    const auto reference = nmsSession::NmsSession_I::_narrow(activate(other));
+    const nmsSession::NmsSession_I_var owner = reference;
+    emsSession::EmsSession_I_var session;
+    factory->getEmsSession("", "", reference, session.out());
+    return session;
+  }
+
+  // From now on the NMS is not there any more.
+  void forgetNms() {
+    deactivate(nms);
+    nms = nullptr;
   }
 
   // A manager of a new session, or of the given one.
@@ -123,6 +144,7 @@ class LocalAgent {
 
  public:
   zk::agent::Sessions sessions;
+  zk::agent::EventService events;
   emsSessionFactory::EmsSessionFactory_I_var factory;
   NmsDouble* nms = nullptr;
   nmsSession::NmsSession_I_var nmsReference;

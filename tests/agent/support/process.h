@@ -21,6 +21,7 @@ class Process {
   Process& operator=(const Process&) = delete;
 
   void signal(int number) const;
+  std::string id() const { return std::to_string(pid_); }
   bool running();
 
   // The exit status, or 128 plus the signal that ended it; none when it does not

@@ -1,0 +1,48 @@
+// The consumer admins of one session. Safe on any thread.
+#ifndef ZK_AGENT_CHANNEL_ADMINS_H
+#define ZK_AGENT_CHANNEL_ADMINS_H
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "agent/channel/admin.h"
+#include "agent/channel/channelparts.h"
+
+namespace zk::agent {
+
+class SessionChannel;
+
+class Admins {
+ public:
+  explicit Admins(std::shared_ptr<const ChannelParts> parts) : parts_(std::move(parts)) {}
+
+  // The first one made has the id 0 and is the channel's default. Throws
+  // CORBA::IMP_LIMIT when the session has as many as it may. The caller owns the
+  // results.
+  CosNotifyChannelAdmin::ConsumerAdmin_ptr open(
+      const std::shared_ptr<SessionChannel>& channel,
+      CosNotifyChannelAdmin::InterFilterGroupOperator combination, const QosValues& initial,
+      CosNotifyChannelAdmin::AdminID& id);
+  // Throws AdminNotFound.
+  CosNotifyChannelAdmin::ConsumerAdmin_ptr find(CosNotifyChannelAdmin::AdminID id) const;
+  CosNotifyChannelAdmin::AdminIDSeq* ids() const;
+
+  void close(CosNotifyChannelAdmin::AdminID id);
+  void closeAll();
+
+ private:
+  struct Entry {
+    CosNotifyChannelAdmin::ConsumerAdmin_var reference;
+    ServantHome::Ticket ticket = 0;
+  };
+
+  const std::shared_ptr<const ChannelParts> parts_;
+  mutable std::mutex mutex_;
+  std::map<CosNotifyChannelAdmin::AdminID, Entry> entries_;
+  CosNotifyChannelAdmin::AdminID nextId_ = 0;
+};
+
+}  // namespace zk::agent
+
+#endif

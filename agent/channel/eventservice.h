@@ -1,0 +1,59 @@
+// The agent's side of the event cache: every notification goes into it, and every
+// session gets a channel that is served from it. One at a time in a process. Safe
+// on any thread.
+#ifndef ZK_AGENT_CHANNEL_EVENTSERVICE_H
+#define ZK_AGENT_CHANNEL_EVENTSERVICE_H
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "agent/channel/eventcache.h"
+#include "agent/channel/losses.h"
+#include "agent/channel/sessionchannel.h"
+#include "agent/channel/settings.h"
+#include "agent/channel/workers.h"
+#include "agent/servanthome.h"
+#include "platform/bundle.h"
+
+namespace zk::agent {
+
+class EventService {
+ public:
+  // From now on the event cache is fed, and it asks isAlive which sessions are to
+  // be served: for every client on every event, under its locks. The ORB and the
+  // configuration are up. Throws std::system_error when no thread can be started.
+  EventService(const ChannelSettings& settings, std::function<bool(long session)> isAlive);
+  // As stop().
+  ~EventService();
+  EventService(const EventService&) = delete;
+  EventService& operator=(const EventService&) = delete;
+
+  // The channel of a session, which closes it when it ends; servants go into its
+  // home. listener is told what is lost to the session.
+  std::shared_ptr<SessionChannel> open(long session, std::shared_ptr<ServantHome> home,
+                                       std::shared_ptr<LossListener> listener);
+
+  // Closes the channels that are still open, feeds the cache no more, and waits
+  // for the channel's threads: as long as a call to a consumer may take. Calls to
+  // consumers must still be possible.
+  void stop();
+
+ private:
+  void missed();  // called by the sink
+  class Sink;
+
+  const ChannelSettings settings_;
+  const DynamicAny::DynAnyFactory_var dynAnys_;
+  const std::shared_ptr<EventCache> cache_ = std::make_shared<EventCache>();
+  const std::shared_ptr<Workers> workers_ = std::make_shared<Workers>();
+  std::shared_ptr<NS_BUNDLEMGR1::ServiceInterface> validityBefore_;
+  std::mutex mutex_;
+  std::vector<std::weak_ptr<SessionChannel>> channels_;
+  bool stopped_ = false;
+};
+
+}  // namespace zk::agent
+
+#endif

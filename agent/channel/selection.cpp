@@ -1,0 +1,182 @@
+#include "agent/channel/selection.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "agent/filter/eventtypes.h"
+
+namespace zk::agent {
+
+namespace {
+
+using CosNotification::EventType;
+using CosNotification::EventTypeSeq;
+using CosNotification::StructuredEvent;
+using CosNotifyFilter::FilterID;
+
+constexpr std::size_t longestName = 255;
+
+bool isAll(const char* text) {
+  return *text == '\0' || std::strcmp(text, "*") == 0 || std::strcmp(text, "%ALL") == 0;
+}
+
+bool same(const char* left, const char* right) {
+  return std::strcmp(left, right) == 0 || (isAll(left) && isAll(right));
+}
+
+bool same(const EventType& left, const EventType& right) {
+  return same(left.domain_name, right.domain_name) && same(left.type_name, right.type_name);
+}
+
+bool contains(const EventTypeSeq& list, const EventType& type) {
+  for (CORBA::ULong i = 0; i < list.length(); ++i) {
+    if (same(list[i], type)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool containsAll(const EventTypeSeq& list) {
+  for (CORBA::ULong i = 0; i < list.length(); ++i) {
+    if (isAll(list[i].domain_name) && isAll(list[i].type_name)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void check(const EventTypeSeq& list) {
+  for (CORBA::ULong i = 0; i < list.length(); ++i) {
+    if (std::strlen(list[i].domain_name) > longestName ||
+        std::strlen(list[i].type_name) > longestName) {
+      throw CosNotifyComm::InvalidEventType(list[i]);
+    }
+  }
+}
+
+void append(EventTypeSeq& list, const EventType& type) {
+  if (!contains(list, type)) {
+    const CORBA::ULong last = list.length();
+    list.length(last + 1);
+    list[last] = type;
+  }
+}
+
+}  // namespace
+
+Selection::Selection(const ChannelSettings& settings)
+    : mostTypes_(settings.eventTypes), mostFilters_(settings.filters) {}
+
+void Selection::change(const EventTypeSeq& added, const EventTypeSeq& removed) {
+  check(added);
+  check(removed);
+  if (added.length() > mostTypes_) {
+    throw CORBA::IMP_LIMIT();
+  }
+  const std::lock_guard<std::mutex> guard(mutex_);
+  auto changed = std::make_shared<State>();
+  changed->filters = state_->filters;
+  for (CORBA::ULong i = 0; i < state_->types.length(); ++i) {
+    if (!contains(removed, state_->types[i])) {
+      append(changed->types, state_->types[i]);
+    }
+  }
+  for (CORBA::ULong i = 0; i < added.length(); ++i) {
+    append(changed->types, added[i]);
+  }
+  if (changed->types.length() > mostTypes_) {
+    throw CORBA::IMP_LIMIT();
+  }
+  changed->everything = state_->everything && added.length() == 0 && !containsAll(removed);
+  state_ = std::move(changed);
+}
+
+std::shared_ptr<const Selection::State> Selection::current() const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return state_;
+}
+
+FilterID Selection::addFilter(const FilterObject& filter) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (state_->filters.size() >= mostFilters_) {
+    throw CORBA::IMP_LIMIT();
+  }
+  auto changed = std::make_shared<State>(*state_);
+  changed->filters.emplace(++lastId_, filter);
+  state_ = std::move(changed);
+  return lastId_;
+}
+
+void Selection::removeFilter(FilterID id) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  auto changed = std::make_shared<State>(*state_);
+  if (changed->filters.erase(id) == 0) {
+    throw CosNotifyFilter::FilterNotFound();
+  }
+  state_ = std::move(changed);
+}
+
+void Selection::removeFilters() {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  auto changed = std::make_shared<State>(*state_);
+  changed->filters.clear();
+  state_ = std::move(changed);
+}
+
+CosNotifyFilter::Filter_ptr Selection::filter(FilterID id) const {
+  const auto state = current();
+  const auto found = state->filters.find(id);
+  if (found == state->filters.end()) {
+    throw CosNotifyFilter::FilterNotFound();
+  }
+  return CosNotifyFilter::Filter::_duplicate(found->second.reference.in());
+}
+
+CosNotifyFilter::FilterIDSeq* Selection::filterIds() const {
+  const auto state = current();
+  CosNotifyFilter::FilterIDSeq_var ids = new CosNotifyFilter::FilterIDSeq;
+  ids->length(static_cast<CORBA::ULong>(state->filters.size()));
+  CORBA::ULong next = 0;
+  for (const auto& [id, filter] : state->filters) {
+    ids[next++] = id;
+  }
+  return ids._retn();
+}
+
+bool Selection::isSubscribed(const EventType& type) const {
+  const auto state = current();
+  return state->everything || (state->types.length() != 0 && matchesEventTypes(state->types, type));
+}
+
+Selection::Verdict Selection::judge(const StructuredEvent& event) const {
+  const auto state = current();
+  if (state->filters.empty()) {
+    return Verdict::NoFilter;
+  }
+  const bool passes =
+      std::any_of(state->filters.begin(), state->filters.end(),
+                  [&](const auto& item) { return item.second.constraints->matches(event); });
+  return passes ? Verdict::Pass : Verdict::Drop;
+}
+
+bool admits(const Selection& admin, const Selection& proxy,
+            CosNotifyChannelAdmin::InterFilterGroupOperator combination,
+            const StructuredEvent& event) {
+  using Verdict = Selection::Verdict;
+  const EventType& type = event.header.fixed_header.event_type;
+  if (!admin.isSubscribed(type) || !proxy.isSubscribed(type)) {
+    return false;
+  }
+  const Verdict first = admin.judge(event);
+  const Verdict second = proxy.judge(event);
+  if (first == Verdict::NoFilter || second == Verdict::NoFilter) {
+    return first != Verdict::Drop && second != Verdict::Drop;
+  }
+  const bool both = first == Verdict::Pass && second == Verdict::Pass;
+  const bool either = first == Verdict::Pass || second == Verdict::Pass;
+  return combination == CosNotifyChannelAdmin::AND_OP ? both : either;
+}
+
+}  // namespace zk::agent

@@ -1,0 +1,73 @@
+// What a proxy or an admin selects of the events: its subscription to event
+// types, and its filter objects. Safe on any thread: a change makes a new state,
+// and events are held against the one that was there.
+#ifndef ZK_AGENT_CHANNEL_SELECTION_H
+#define ZK_AGENT_CHANNEL_SELECTION_H
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "agent/channel/constraintlist.h"
+#include "agent/channel/settings.h"
+#include "idl/tmf814.h"
+
+namespace zk::agent {
+
+// A filter object: what clients call, and what events are held against. It goes
+// on filtering where it was added when the object itself is destroyed.
+struct FilterObject {
+  CosNotifyFilter::Filter_var reference;
+  std::shared_ptr<ConstraintList> constraints;
+};
+
+class Selection {
+ public:
+  explicit Selection(const ChannelSettings& settings);
+
+  // Until it is changed the subscription is to everything, and the first types
+  // that are added replace that. A subscription to nothing gets nothing. Throws
+  // InvalidEventType for names that nobody can mean, CORBA::IMP_LIMIT for more
+  // types than there may be; nothing is changed then.
+  void change(const CosNotification::EventTypeSeq& added,
+              const CosNotification::EventTypeSeq& removed);
+
+  // The ids are the selection's own. These throw FilterNotFound.
+  CosNotifyFilter::FilterID addFilter(const FilterObject& filter);
+  void removeFilter(CosNotifyFilter::FilterID id);
+  CosNotifyFilter::Filter_ptr filter(CosNotifyFilter::FilterID id) const;
+  CosNotifyFilter::FilterIDSeq* filterIds() const;
+  void removeFilters();
+
+  bool isSubscribed(const CosNotification::EventType& type) const;
+
+  enum class Verdict { NoFilter, Pass, Drop };
+  // One filter that matches is enough.
+  Verdict judge(const CosNotification::StructuredEvent& event) const;
+
+ private:
+  struct State {
+    bool everything = true;
+    CosNotification::EventTypeSeq types;
+    std::map<CosNotifyFilter::FilterID, FilterObject> filters;
+  };
+
+  std::shared_ptr<const State> current() const;
+
+  const std::size_t mostTypes_;
+  const std::size_t mostFilters_;
+  mutable std::mutex mutex_;
+  std::shared_ptr<const State> state_ = std::make_shared<State>();
+  CosNotifyFilter::FilterID lastId_ = 0;
+};
+
+// Whether a proxy gets the event: both subscriptions hold it, and the filters of
+// admin and proxy let it pass, combined as the admin was made. The side without
+// filters leaves the decision to the other.
+bool admits(const Selection& admin, const Selection& proxy,
+            CosNotifyChannelAdmin::InterFilterGroupOperator combination,
+            const CosNotification::StructuredEvent& event);
+
+}  // namespace zk::agent
+
+#endif
