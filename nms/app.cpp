@@ -30,7 +30,8 @@ Password:
 
 Exit status:
   0 fine, 1 refused by the EMS, 2 the agent cannot be reached or is gone,
-  3 wrong usage, 6 the output cannot be written, 128 + N ended by signal N
+  3 wrong usage, 4 what was waited for did not come in time, 5 events were lost
+  or may be missing, 6 the output cannot be written, 128 + N ended by signal N
   (after logging out)
 
 Examples:
@@ -38,6 +39,8 @@ Examples:
   zk-nms --agent 127.0.0.1:5814 --user admin --password-file ~/.zk-nms me
   zk-nms --agent /run/zk-agent/agent.ior me 7
   zk-nms -o json link | jq -r '.[].userLabel'
+  zk-nms set-label 7 "Oslo core"
+  zk-nms events --type NT_ALARM
 )";
 
 class Program {

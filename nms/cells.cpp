@@ -1,5 +1,7 @@
 #include "nms/cells.h"
 
+#include <json/writer.h>
+
 #include "nms/names.h"
 #include "nms/text.h"
 
@@ -47,6 +49,13 @@ Json::Value ratesCell(const transmissionParameters::LayerRateList_T& rates) {
   return cell;
 }
 
+std::string jsonText(const Json::Value& value) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  builder["emitUTF8"] = true;
+  return Json::writeString(builder, value);
+}
+
 std::string cellText(const Json::Value& cell) {
   if (cell.isArray()) {
     return !cell.empty() && cell[0].isObject() ? pairsText(cell) : numbersText(cell);
@@ -54,7 +63,7 @@ std::string cellText(const Json::Value& cell) {
   if (cell.isBool()) {
     return cell.asBool() ? "yes" : "no";
   }
-  return cell.asString();
+  return cell.isObject() ? jsonText(cell) : cell.asString();
 }
 
 }  // namespace zk::nms

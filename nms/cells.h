@@ -13,8 +13,11 @@ Json::Value nameCell(const globaldefs::NVSList_T& name);
 Json::Value pairsCell(const globaldefs::NVSList_T& pairs);
 Json::Value ratesCell(const transmissionParameters::LayerRateList_T& rates);
 
+// On one line.
+std::string jsonText(const Json::Value& value);
+
 // What a table and a CSV file show for a cell: lists of numbers with blanks
-// between them, pairs as in a typed name, yes and no.
+// between them, pairs as in a typed name, yes and no, anything deeper as JSON.
 std::string cellText(const Json::Value& cell);
 
 }  // namespace zk::nms

@@ -31,12 +31,6 @@ bool is(const CORBA::SystemException& failure) {
   return dynamic_cast<const Kind*>(&failure) != nullptr;
 }
 
-// The agent is there and says no, in the ORB's words instead of the EMS's.
-bool isRefusal(const CORBA::SystemException& failure) {
-  return is<CORBA::BAD_OPERATION>(failure) || is<CORBA::NO_IMPLEMENT>(failure) ||
-         is<CORBA::NO_PERMISSION>(failure);
-}
-
 std::string whatHappened(const CORBA::SystemException& failure, const std::string& agent) {
   if (isRefusal(failure)) {
     return "refused: the agent does not offer this operation";
@@ -59,6 +53,11 @@ int say(std::ostream& err, const std::string& text, int exitCode) {
 }
 
 }  // namespace
+
+bool isRefusal(const CORBA::SystemException& failure) {
+  return is<CORBA::BAD_OPERATION>(failure) || is<CORBA::NO_IMPLEMENT>(failure) ||
+         is<CORBA::NO_PERMISSION>(failure);
+}
 
 std::string describe(const globaldefs::ProcessingFailureException& refusal) {
   const auto index = static_cast<std::size_t>(refusal.exceptionType);
@@ -88,6 +87,10 @@ int reportCurrentException(const std::string& agent, std::ostream& err) {
     return say(err, std::string("refused: ") + error.what(), kRefused);
   } catch (const OutputError& error) {
     return *error.what() == '\0' ? kOutput : say(err, error.what(), kOutput);
+  } catch (const TimedOutError& error) {
+    return say(err, error.what(), kTimedOut);
+  } catch (const EventsLostError& error) {
+    return say(err, error.what(), kEventsLost);
   } catch (const std::exception& error) {
     return say(err, error.what(), kConnection);
   } catch (...) {

@@ -114,4 +114,9 @@ CORBA::Object_ptr Orb::activate(PortableServer::Servant servant) {
   return poa_->id_to_reference(id.in());
 }
 
+DynamicAny::DynAnyFactory_var Orb::dynAnyFactory() {
+  CORBA::Object_var object = orb_->resolve_initial_references("DynAnyFactory");
+  return DynamicAny::DynAnyFactory::_narrow(object.in());
+}
+
 }  // namespace zk::nms

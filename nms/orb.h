@@ -29,6 +29,9 @@ class Orb {
   // Keeps servant alive until the ORB ends.
   CORBA::Object_ptr activate(PortableServer::Servant servant);
 
+  // For values whose types are known only from their descriptions.
+  DynamicAny::DynAnyFactory_var dynAnyFactory();
+
  private:
   CORBA::ORB_var orb_;
   PortableServer::POA_var poa_;

@@ -1,7 +1,5 @@
 #include "nms/output.h"
 
-#include <json/writer.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <ostream>
@@ -14,13 +12,6 @@ namespace zk::nms {
 namespace {
 
 using Line = std::vector<std::string>;
-
-std::string jsonText(const Json::Value& value) {
-  Json::StreamWriterBuilder builder;
-  builder["indentation"] = "";
-  builder["emitUTF8"] = true;
-  return Json::writeString(builder, value);
-}
 
 // Columns two blanks apart, as wide as their widest text; no blanks at line ends.
 void writeAligned(std::ostream& out, const std::vector<Line>& lines) {
@@ -107,9 +98,7 @@ void writeCsv(std::ostream& out, const Columns& columns, const Rows& rows) {
   }
   writeCsvLine(out, keys);
   for (const Row& row : rows) {
-    Line fields;
-    std::transform(row.begin(), row.end(), std::back_inserter(fields), cellText);
-    writeCsvLine(out, fields);
+    writeCsvRow(out, row);
   }
 }
 
@@ -145,6 +134,12 @@ void writeOne(std::ostream& out, Format format, const Columns& columns, const Ro
   }
   writeFields(out, columns, row);
   flush(out);
+}
+
+void writeCsvRow(std::ostream& out, const Row& row) {
+  Line fields;
+  std::transform(row.begin(), row.end(), std::back_inserter(fields), cellText);
+  writeCsvLine(out, fields);
 }
 
 void flush(std::ostream& out) {

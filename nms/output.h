@@ -1,5 +1,5 @@
-// Data on its way out: aligned tables, JSON, CSV. No state. Every function
-// flushes and throws OutputError when the stream does not take it all; one
+// Data on its way out: aligned tables, JSON, CSV. No state. writeList, writeOne
+// and flush flush, and throw OutputError when the stream does not take it all; one
 // without a text when the reader has gone.
 #ifndef ZK_NMS_OUTPUT_H
 #define ZK_NMS_OUTPUT_H
@@ -34,6 +34,9 @@ void writeOne(std::ostream& out, Format format, const Columns& columns, const Ro
 
 // {"key": value, ...} in the order of the columns, without a line end.
 std::string jsonObject(const Columns& columns, const Row& row);
+
+// One line of CSV.
+void writeCsvRow(std::ostream& out, const Row& row);
 
 void flush(std::ostream& out);
 

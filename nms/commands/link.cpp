@@ -56,9 +56,15 @@ Row one(Connection& connection, const globaldefs::NVSList_T& name) {
 }  // namespace
 
 std::unique_ptr<Command> makeLinkCommand() {
-  return makeObjectCommand({"link", "TopologicalLink",
-                            "List the top-level topological links, or show one", kExamples,
-                            columns(), list, names, one});
+  return makeObjectCommand({"link",
+                            "TopologicalLink",
+                            "List the top-level topological links, or show one",
+                            kExamples,
+                            columns(),
+                            list,
+                            names,
+                            one,
+                            {}});
 }
 
 }  // namespace zk::nms

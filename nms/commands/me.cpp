@@ -68,8 +68,15 @@ Row one(Connection& connection, const globaldefs::NVSList_T& name) {
 }  // namespace
 
 std::unique_ptr<Command> makeMeCommand() {
-  return makeObjectCommand({"me", "ManagedElement", "List the managed elements, or show one",
-                            kExamples, columns(), list, names, one});
+  return makeObjectCommand({"me",
+                            "ManagedElement",
+                            "List the managed elements, or show one",
+                            kExamples,
+                            columns(),
+                            list,
+                            names,
+                            one,
+                            {}});
 }
 
 }  // namespace zk::nms

@@ -35,8 +35,13 @@ class ObjectCommand : public Command {
   void showOne(const Context& context) const {
     checkArgument(object_);
     Connection connection(context.options, context.interrupts);
-    const auto name = connection.objectName(object_, kind_.pairName.c_str());
+    const auto name = nameOf(connection, context.options.page);
     writeOne(context.out, context.options.format, kind_.columns, kind_.one(connection, name));
+  }
+
+  globaldefs::NVSList_T nameOf(Connection& connection, CORBA::ULong page) const {
+    return kind_.nameOf ? kind_.nameOf(connection, object_, page)
+                        : connection.objectName(object_, kind_.pairName.c_str());
   }
 
   void listNames(const Context& context) const {

@@ -3,6 +3,7 @@
 #ifndef ZK_NMS_COMMANDS_OBJECTS_H
 #define ZK_NMS_COMMANDS_OBJECTS_H
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -20,9 +21,14 @@ struct ObjectKind {
   std::string examples;
   Columns columns;
 
-  Rows (*list)(Connection& connection, CORBA::ULong page);
-  Rows (*names)(Connection& connection, CORBA::ULong page);  // rows of one cell
-  Row (*one)(Connection& connection, const globaldefs::NVSList_T& name);
+  std::function<Rows(Connection& connection, CORBA::ULong page)> list;
+  std::function<Rows(Connection& connection, CORBA::ULong page)> names;  // rows of one cell
+  std::function<Row(Connection& connection, const globaldefs::NVSList_T& name)> one;
+
+  // Where an id is not just the value of a pair; empty elsewhere.
+  std::function<globaldefs::NVSList_T(Connection& connection, const std::string& argument,
+                                      CORBA::ULong page)>
+      nameOf;
 };
 
 std::unique_ptr<Command> makeObjectCommand(ObjectKind kind);

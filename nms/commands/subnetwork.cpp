@@ -59,9 +59,15 @@ Row one(Connection& connection, const globaldefs::NVSList_T& name) {
 }  // namespace
 
 std::unique_ptr<Command> makeSubnetworkCommand() {
-  return makeObjectCommand({"subnetwork", "MultiLayerSubnetwork",
-                            "List the top-level subnetworks, or show one", kExamples, columns(),
-                            list, names, one});
+  return makeObjectCommand({"subnetwork",
+                            "MultiLayerSubnetwork",
+                            "List the top-level subnetworks, or show one",
+                            kExamples,
+                            columns(),
+                            list,
+                            names,
+                            one,
+                            {}});
 }
 
 }  // namespace zk::nms

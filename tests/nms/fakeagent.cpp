@@ -73,10 +73,77 @@ void serveNames(PortableServer::POA_ptr poa, FakeNetwork& network, unsigned coun
                                             [kind](unsigned id) { return nameOf(kind, id); });
 }
 
-class ElementMgr : public RefusingElementMgr {
+// Takes every change and notes it.
+template <class Base>
+class Settable : public Base {
+ public:
+  Settable(FakeNetwork& network, const char* manager) : changed_(network), manager_(manager) {}
+
+  void setUserLabel(const NVSList_T& name, const char* text, CORBA::Boolean unique) override {
+    note(name, std::string("setUserLabel '") + text + (unique ? "' unique" : "'"));
+  }
+  void setOwner(const NVSList_T& name, const char* text) override {
+    note(name, std::string("setOwner '") + text + "'");
+  }
+  void setNativeEMSName(const NVSList_T& name, const char* text) override {
+    note(name, std::string("setNativeEMSName '") + text + "'");
+  }
+
+ private:
+  void note(const NVSList_T& name, const std::string& change) {
+    changed_.noteName(name);
+    changed_.noteChange(std::string(manager_) + " " + change);
+  }
+
+  FakeNetwork& changed_;
+  const char* const manager_;
+};
+
+notifications::EventList_T wantedAlarms(const FakeNetwork& network, const ProbableCauseList_T& not1,
+                                        const PerceivedSeverityList_T& not2) {
+  notifications::EventList_T result;
+  for (const FakeAlarm& alarm : network.alarms) {
+    bool wanted = true;
+    for (CORBA::ULong i = 0; i < not1.length(); ++i) {
+      wanted = wanted && alarm.cause != not1[i].in();
+    }
+    for (CORBA::ULong i = 0; i < not2.length(); ++i) {
+      wanted = wanted && alarm.severity != not2[i];
+    }
+    if (wanted) {
+      result.length(result.length() + 1);
+      result[result.length() - 1] =
+          fakeAlarm(alarm.element, alarm.cause, alarm.severity, alarm.text);
+    }
+  }
+  return result;
+}
+
+void serveAlarms(PortableServer::POA_ptr poa, FakeNetwork& network,
+                 const notifications::EventList_T& alarms, CORBA::ULong howMany,
+                 EventList_T_out list, EventIterator_I_out iterator) {
+  serve<notifications::EventIterator_I, POA_notifications::EventIterator_I,
+        notifications::EventList_T>(
+      poa, network, alarms.length(), howMany, EventList_T_out(list), EventIterator_I_out(iterator),
+      [alarms](unsigned id) { return CosNotification::StructuredEvent(alarms[id - 1]); });
+}
+
+class ElementMgr : public Settable<RefusingElementMgr> {
  public:
   ElementMgr(PortableServer::POA_ptr poa, FakeNetwork& network)
-      : poa_(PortableServer::POA::_duplicate(poa)), network_(network) {}
+      : Settable(network, "ManagedElement"),
+        poa_(PortableServer::POA::_duplicate(poa)),
+        network_(network) {}
+
+  void getAllActiveAlarms(const NVSList_T& name, const ProbableCauseList_T& causes,
+                          const PerceivedSeverityList_T& severities, CORBA::ULong howMany,
+                          EventList_T_out list, EventIterator_I_out iterator) override {
+    network_.noteName(name);
+    checkId(name, network_.elements);
+    const FakeNetwork::Locked guard(network_);
+    serveAlarms(poa_.in(), network_, wantedAlarms(network_, causes, severities), howMany, list,
+                iterator);
+  }
 
   void getAllManagedElements(CORBA::ULong howMany, managedElement::ManagedElementList_T_out list,
                              managedElement::ManagedElementIterator_I_out iterator) override {
@@ -146,9 +213,10 @@ topologicalLink::TopologicalLink_T link(unsigned id) {
   return result;
 }
 
-class SubnetworkMgr : public RefusingSubnetworkMgr {
+class SubnetworkMgr : public Settable<RefusingSubnetworkMgr> {
  public:
-  explicit SubnetworkMgr(FakeNetwork& network) : network_(network) {}
+  explicit SubnetworkMgr(FakeNetwork& network)
+      : Settable(network, "MultiLayerSubnetwork"), network_(network) {}
 
   void getMultiLayerSubnetwork(const NVSList_T& name,
                                multiLayerSubnetwork::MultiLayerSubnetwork_T_out out) override {
@@ -161,10 +229,70 @@ class SubnetworkMgr : public RefusingSubnetworkMgr {
   FakeNetwork& network_;
 };
 
-class EmsMgr : public RefusingEmsMgr {
+topologyMap::MapObject_T mapObject(const char* kind, const std::string& parent, unsigned id) {
+  topologyMap::MapObject_T result;
+  result.name = nameOf(kind, id);
+  result.name[1].value = ("/parentid=" + parent + "/id=" + std::to_string(id)).c_str();
+  result.userLabel = "drawn";
+  result.nativeEMSName = kind;
+  result.owner = "";
+  result.additionalInfo = oneInfo();
+  return result;
+}
+
+class MapMgr : public Settable<RefusingMapMgr> {
+ public:
+  MapMgr(PortableServer::POA_ptr poa, FakeNetwork& network)
+      : Settable(network, "TopologyMap"),
+        poa_(PortableServer::POA::_duplicate(poa)),
+        network_(network) {}
+
+  void getAllNodes(CORBA::ULong howMany, topologyMap::MapObjectList_T_out list,
+                   topologyMap::MapObjectIterator_I_out iterator) override {
+    serveMap(howMany, list, iterator, network_.nodes,
+             [](unsigned id) { return mapObject("Node", id == 1 ? "AllSubMap" : "2", id); });
+  }
+  void getAllSubMaps(CORBA::ULong howMany, topologyMap::MapObjectList_T_out list,
+                     topologyMap::MapObjectIterator_I_out iterator) override {
+    serveMap(howMany, list, iterator, network_.nodes,
+             [](unsigned id) { return mapObject("SubMap", "AllSubmap", id); });
+  }
+  void getAllDisplayLinks(CORBA::ULong howMany, topologyMap::MapObjectList_T_out list,
+                          topologyMap::MapObjectIterator_I_out iterator) override {
+    serveMap(howMany, list, iterator, network_.nodes,
+             [](unsigned) { return mapObject("DisplayLink", "2", 1); });
+  }
+  void getMapObject(const NVSList_T& name, topologyMap::MapObject_T_out object) override {
+    network_.noteName(name);
+    object = new topologyMap::MapObject_T(mapObject(name[1].name.in(), "2", 1));
+  }
+
+ private:
+  template <class Make>
+  void serveMap(CORBA::ULong howMany, topologyMap::MapObjectList_T_out list,
+                topologyMap::MapObjectIterator_I_out iterator, unsigned count, Make make) {
+    serve<topologyMap::MapObjectIterator_I, POA_topologyMap::MapObjectIterator_I,
+          topologyMap::MapObjectList_T>(poa_.in(), network_, count, howMany,
+                                        topologyMap::MapObjectList_T_out(list),
+                                        topologyMap::MapObjectIterator_I_out(iterator), make);
+  }
+
+  PortableServer::POA_var poa_;
+  FakeNetwork& network_;
+};
+
+class EmsMgr : public Settable<RefusingEmsMgr> {
  public:
   EmsMgr(PortableServer::POA_ptr poa, FakeNetwork& network)
-      : poa_(PortableServer::POA::_duplicate(poa)), network_(network) {}
+      : Settable(network, "EMS"), poa_(PortableServer::POA::_duplicate(poa)), network_(network) {}
+
+  void getAllEMSAndMEActiveAlarms(const ProbableCauseList_T& causes,
+                                  const PerceivedSeverityList_T& severities, CORBA::ULong howMany,
+                                  EventList_T_out list, EventIterator_I_out iterator) override {
+    const FakeNetwork::Locked guard(network_);
+    serveAlarms(poa_.in(), network_, wantedAlarms(network_, causes, severities), howMany, list,
+                iterator);
+  }
 
   void getEMS(emsMgr::EMS_T_out out) override {
     network_.onGetEms();
@@ -236,7 +364,9 @@ class EmsSession : public POA_emsSession::EmsSession_I {
   void ping() override {}
   void endSession() override { ++network_.sessionsEnded; }
   void getSupportedManagers(emsSession::EmsSession_I::managerNames_T_out) override { refuse(); }
-  void getEventChannel(CosNotifyChannelAdmin::EventChannel_out) override { refuse(); }
+  void getEventChannel(CosNotifyChannelAdmin::EventChannel_out channel) override {
+    channel = makeFakeChannel(poa_.in(), network_.events);
+  }
 
   void getManager(const char* name, common::Common_I_out manager) override {
     const std::string wanted(name);
@@ -246,6 +376,8 @@ class EmsSession : public POA_emsSession::EmsSession_I {
       manager = activate<common::Common_I>(poa_.in(), new ElementMgr(poa_.in(), network_));
     } else if (wanted == "MultiLayerSubnetwork") {
       manager = activate<common::Common_I>(poa_.in(), new SubnetworkMgr(network_));
+    } else if (wanted == "TopologyMap" && network_.nodes > 0) {
+      manager = activate<common::Common_I>(poa_.in(), new MapMgr(poa_.in(), network_));
     } else {
       refuse();
     }
@@ -272,6 +404,7 @@ class Factory : public POA_emsSessionFactory::EmsSessionFactory_I {
     }
     client->ping();
     ++network_.pingsAnswered;
+    network_.setClient(client);
     ++network_.logins;
     session =
         activate<emsSession::EmsSession_I>(poa_.in(), new EmsSession(poa_.in(), network_, client));
@@ -303,6 +436,26 @@ std::string FakeNetwork::lastName() {
   return lastName_;
 }
 
+void FakeNetwork::noteChange(const std::string& change) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  changes_.push_back(change);
+}
+
+std::vector<std::string> FakeNetwork::changes() {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return changes_;
+}
+
+void FakeNetwork::setClient(nmsSession::NmsSession_I_ptr client) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  client_ = nmsSession::NmsSession_I::_duplicate(client);
+}
+
+nmsSession::NmsSession_I_var FakeNetwork::client() {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return client_;
+}
+
 FakeAgent::FakeAgent(FakeNetwork& network) : network_(network) {
   PortableServer::POAManager_var manager = testRootPoa()->the_POAManager();
   poa_ = testRootPoa()->create_POA("fake", manager.in(), CORBA::PolicyList());
@@ -326,6 +479,18 @@ int runDyingAgent(const char* referenceFile) {
   FakeNetwork network;
   network.elements = 20;
   network.onNext = [] { _exit(0); };
+  const FakeAgent agent(network);
+  std::ofstream(referenceFile) << agent.reference() << std::endl;
+  testOrb()->run();
+  return 0;
+}
+
+int runEventsAgent(const char* referenceFile) {
+  FakeNetwork network;
+  network.events.onConnected = [&network] {
+    network.events.raise({fakeEvent("NT_HEARTBEAT", {{"notificationId", "1"}}),
+                          fakeEvent("NT_HEARTBEAT", {{"notificationId", "2"}})});
+  };
   const FakeAgent agent(network);
   std::ofstream(referenceFile) << agent.reference() << std::endl;
   testOrb()->run();

@@ -8,9 +8,17 @@
 #include <string>
 #include <vector>
 
+#include "tests/nms/fakechannel.h"
 #include "tests/nms/orb.h"
 
 namespace zk::test {
+
+struct FakeAlarm {
+  unsigned element;
+  std::string cause;
+  notifications::PerceivedSeverity_T severity;
+  std::string text;
+};
 
 // What the agent serves, and what tests hang into it. Set up before the agent
 // is called; counted on its threads.
@@ -18,7 +26,10 @@ struct FakeNetwork {
   unsigned elements = 0;  // ids 1, 2, …
   unsigned subnetworks = 0;
   unsigned links = 0;
+  unsigned nodes = 0;  // and as many submaps and display links; 0: no map manager
   std::string elementLabel = "label";
+  std::vector<FakeAlarm> alarms;  // active ones; locked while it is read
+  FakeEvents events;
   std::function<void()> onLogin = [] {};
   std::function<void()> onGetEms = [] {};
   std::function<void()> onGetElement = [] {};
@@ -33,9 +44,27 @@ struct FakeNetwork {
   void noteName(const globaldefs::NVSList_T& name);
   std::string lastName();  // "EMS:Quor/1 ManagedElement:7"
 
+  void noteChange(const std::string& change);
+  std::vector<std::string> changes();  // "ManagedElement setOwner 'ops'"
+
+  void setClient(nmsSession::NmsSession_I_ptr client);
+  nmsSession::NmsSession_I_var client();  // who logged in last
+
+  // Held while the alarms are read, and by who changes them meanwhile.
+  class Locked {
+   public:
+    explicit Locked(FakeNetwork& network) : guard_(network.alarmsMutex_) {}
+
+   private:
+    const std::lock_guard<std::mutex> guard_;
+  };
+
  private:
   std::mutex mutex_;
+  std::mutex alarmsMutex_;
   std::string lastName_;
+  std::vector<std::string> changes_;
+  nmsSession::NmsSession_I_var client_;
 };
 
 // Accepts the user "admin" with the password "secret". The network must
@@ -101,6 +130,10 @@ class FakeIterator : public Skeleton {
 // An agent that writes its reference to this file, answers the first page of
 // elements, and is gone when asked for the second.
 int runDyingAgent(const char* referenceFile);
+
+// An agent that writes its reference to this file and gives every consumer two
+// events, 1 and 2.
+int runEventsAgent(const char* referenceFile);
 
 }  // namespace zk::test
 

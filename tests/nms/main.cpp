@@ -1,8 +1,9 @@
 // The tests' main. With --fake-agent it is an agent of its own process instead,
-// one that can be lost.
+// one that can be lost; with --fake-events-agent FILE PORT another such.
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 
 #include "tests/nms/fakeagent.h"
 #include "tests/nms/orb.h"
@@ -13,11 +14,11 @@ namespace {
 CORBA::ORB_var theOrb;
 PortableServer::POA_var thePoa;
 
-void startOrb() {
+void startOrb(const std::string& port) {
   char program[] = "test";
   char option[] = "-ORBendPoint";
-  char endpoint[] = "giop:tcp:127.0.0.1:";
-  char* argv[] = {program, option, endpoint, nullptr};
+  std::string endpoint = "giop:tcp:127.0.0.1:" + port;
+  char* argv[] = {program, option, endpoint.data(), nullptr};
   int argc = 3;
   theOrb = CORBA::ORB_init(argc, argv);
 }
@@ -39,7 +40,11 @@ PortableServer::POA_ptr testRootPoa() {
 }  // namespace zk::test
 
 int main(int argc, char** argv) {
-  zk::test::startOrb();
+  const bool eventsAgent = argc == 4 && std::strcmp(argv[1], "--fake-events-agent") == 0;
+  zk::test::startOrb(eventsAgent ? argv[3] : "");
+  if (eventsAgent) {
+    return zk::test::runEventsAgent(argv[2]);
+  }
   if (argc == 3 && std::strcmp(argv[1], "--fake-agent") == 0) {
     return zk::test::runDyingAgent(argv[2]);
   }

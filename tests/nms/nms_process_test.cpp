@@ -3,88 +3,19 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <json/reader.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <condition_variable>
 #include <csignal>
-#include <mutex>
-#include <sstream>
 
-#include "tests/nms/fakeagent.h"
-#include "tests/nms/process.h"
+#include "tests/nms/program.h"
 
 namespace zk::test {
 namespace {
 
 using testing::HasSubstr;
-using Arguments = std::vector<std::string>;
-
-// Something that a servant waits in until the test lets it go.
-class Gate {
- public:
-  void pass() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    entered_ = true;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return open_; });
-  }
-
-  bool entered() {
-    const std::lock_guard<std::mutex> guard(mutex_);
-    return entered_;
-  }
-
-  void open() {
-    const std::lock_guard<std::mutex> guard(mutex_);
-    open_ = true;
-    changed_.notify_all();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool entered_ = false;
-  bool open_ = false;
-};
-
-class Program : public testing::Test {
- protected:
-  // So that the agent, which waits for its calls to end, can end.
-  void TearDown() override { gate_.open(); }
-
-  Arguments argv(const Arguments& arguments) const {
-    Arguments result = {ZK_NMS_PROGRAM, "--agent", reference_.path()};
-    result.insert(result.end(), arguments.begin(), arguments.end());
-    return result;
-  }
-
-  Process::Environment login() const {
-    return {{"ZK_NMS_USER", "admin"}, {"ZK_NMS_PASSWORD", "secret"}};
-  }
-
-  Ended run(const Arguments& arguments) const { return Process(argv(arguments), login()).wait(); }
-
-  // The logout is a message that nobody answers, so it may arrive late.
-  bool everybodyLoggedOut() {
-    return eventually([this] { return network_.sessionsEnded == network_.logins; });
-  }
-
-  Gate gate_;  // outlives the servants that wait in it
-  FakeNetwork network_;
-  FakeAgent agent_{network_};
-  TemporaryFile reference_{agent_.reference() + "\n"};
-};
-
-Json::Value json(const std::string& text) {
-  Json::Value value;
-  std::istringstream(text) >> value;
-  return value;
-}
-
 TEST_F(Program, showsTheEmsAndLogsOut) {
   const Ended ended = run({"ems"});
   EXPECT_EQ(ended.status, 0);

@@ -69,8 +69,21 @@ TEST(Usage, saysWhatIsWrong) {
 }
 
 TEST(Help, isDataAndHasExamples) {
-  for (const auto& arguments : std::vector<std::vector<const char*>>{
-           {"--help"}, {"ems", "--help"}, {"me", "--help"}, {"subnetwork", "-h"}, {"link", "-h"}}) {
+  for (const auto& arguments : std::vector<std::vector<const char*>>{{"--help"},
+                                                                     {"ems", "--help"},
+                                                                     {"me", "--help"},
+                                                                     {"subnetwork", "-h"},
+                                                                     {"link", "-h"},
+                                                                     {"node", "-h"},
+                                                                     {"submap", "-h"},
+                                                                     {"displaylink", "-h"},
+                                                                     {"set-label", "-h"},
+                                                                     {"set-owner", "-h"},
+                                                                     {"set-native-name", "-h"},
+                                                                     {"events", "-h"},
+                                                                     {"wait", "-h"},
+                                                                     {"alarms", "-h"},
+                                                                     {"resync", "-h"}}) {
     const Ran ran = runWith(arguments);
     EXPECT_EQ(ran.code, 0) << testing::PrintToString(arguments);
     EXPECT_EQ(ran.err, "");
@@ -80,9 +93,28 @@ TEST(Help, isDataAndHasExamples) {
 
 TEST(Help, namesEveryCommandAndExitStatus) {
   const Ran ran = runWith({"--help"});
-  for (const char* text : {"\n  ems ", "\n  me ", "\n  subnetwork ", "\n  link ", "0 fine",
-                           "1 refused", "2 the agent cannot be reached", "3 wrong usage",
-                           "EMS=Quor/1,ManagedElement=7", "ZK_NMS_PASSWORD"}) {
+  for (const char* text : {"\n  ems ",
+                           "\n  me ",
+                           "\n  subnetwork ",
+                           "\n  link ",
+                           "\n  node ",
+                           "\n  submap ",
+                           "\n  displaylink ",
+                           "\n  set-label ",
+                           "\n  set-owner ",
+                           "\n  set-native-name ",
+                           "\n  events ",
+                           "\n  wait ",
+                           "\n  alarms ",
+                           "\n  resync ",
+                           "0 fine",
+                           "1 refused",
+                           "2 the agent cannot be reached",
+                           "3 wrong usage",
+                           "4 what was waited for",
+                           "5 events were lost",
+                           "EMS=Quor/1,ManagedElement=7",
+                           "ZK_NMS_PASSWORD"}) {
     EXPECT_THAT(ran.out, HasSubstr(text));
   }
 }

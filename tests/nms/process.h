@@ -49,6 +49,10 @@ class Process {
 
   pid_t pid() const { return pid_; }
 
+  // What it has written so far.
+  std::string out() const { return out_.contents(); }
+  std::string err() const { return err_.contents(); }
+
   // Waits for its end; a status of -1000 says that it never came.
   Ended wait();
 

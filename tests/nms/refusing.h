@@ -156,6 +156,23 @@ class RefusingSubnetworkMgr
   }
 };
 
+class RefusingMapMgr : public RefusingCommon<POA_topologyMap::TopologyMapMgr_I> {
+ public:
+  void getAllNodes(CORBA::ULong, topologyMap::MapObjectList_T_out,
+                   topologyMap::MapObjectIterator_I_out) override {
+    refuse();
+  }
+  void getAllSubMaps(CORBA::ULong, topologyMap::MapObjectList_T_out,
+                     topologyMap::MapObjectIterator_I_out) override {
+    refuse();
+  }
+  void getAllDisplayLinks(CORBA::ULong, topologyMap::MapObjectList_T_out,
+                          topologyMap::MapObjectIterator_I_out) override {
+    refuse();
+  }
+  void getMapObject(const NVSList_T&, topologyMap::MapObject_T_out) override { refuse(); }
+};
+
 }  // namespace zk::test
 
 #endif
