@@ -33,8 +33,8 @@ std::unique_ptr<PublishedFile> iorFileFor(const std::string& file, const std::st
   return std::make_unique<PublishedFile>(file, reference + "\n");
 }
 
-std::string publishAdmin(Inventory& inventory, Traffic& traffic, Orb& orb) {
-  const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic);
+std::string publishAdmin(Inventory& inventory, Traffic& traffic, Logins& logins, Orb& orb) {
+  const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic, logins);
   logCourse("administration of the EMS is open to whoever reaches the agent");
   return orb.publish(ADMIN_KEY, admin.in());
 }
@@ -60,12 +60,12 @@ EmbeddedEms::~EmbeddedEms() {
 
 Serving::Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
                  EventService& events, Sessions& sessions, Orb& orb)
-    : events_(events), sessions_(sessions), orb_(orb) {
+    : events_(events), sessions_(sessions), logins_(sessions), orb_(orb) {
   const PortableServer::ServantBase_var factory =
       new FactoryServant(users, sessions, inventory, events, options.interfaceVersion);
   reference_ = orb_.publish(factoryKey, factory.in());
   if (options.admin) {
-    adminReference_ = publishAdmin(inventory, traffic, orb_);
+    adminReference_ = publishAdmin(inventory, traffic, logins_, orb_);
   }
   orb_.serve();
   logCourse("serving on " + textOf(options.listen) + ", EMS " + options.emsName + ", inventory " +

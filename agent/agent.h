@@ -14,6 +14,7 @@
 #include "agent/options.h"
 #include "agent/orb.h"
 #include "agent/repeating.h"
+#include "agent/sessionlogins.h"
 #include "agent/sessions.h"
 #include "agent/traffic/traffic.h"
 #include "agent/users.h"
@@ -69,6 +70,7 @@ class Serving {
  private:
   EventService& events_;
   Sessions& sessions_;
+  SessionLogins logins_;
   Orb& orb_;
   std::string reference_;
   std::string adminReference_;

@@ -79,15 +79,17 @@ std::shared_ptr<Session> Sessions::begin(const std::string& user,
   return session;
 }
 
-void Sessions::end(long id, const std::string& why) {
+nmsSession::NmsSession_I_var Sessions::end(long id, const std::string& why) {
   std::map<long, std::shared_ptr<Session>>::node_type ending;
   {
     const std::lock_guard<std::mutex> guard(mutex_);
     ending = sessions_.extract(id);
   }
-  if (!ending.empty()) {
-    close(*ending.mapped(), why);
+  if (ending.empty()) {
+    return nmsSession::NmsSession_I::_nil();
   }
+  close(*ending.mapped(), why);
+  return ending.mapped()->client;
 }
 
 std::vector<nmsSession::NmsSession_I_var> Sessions::endAll(const std::string& why) {

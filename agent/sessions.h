@@ -55,8 +55,9 @@ class Sessions {
   std::shared_ptr<Session> begin(const std::string& user, nmsSession::NmsSession_I_ptr client);
 
   // Ends a session: its servants are gone when this returns, and requests in
-  // progress finish. why is for the log. An unknown id is fine.
-  void end(long id, const std::string& why);
+  // progress finish. why is for the log. Returns its client, nil for an unknown
+  // id.
+  nmsSession::NmsSession_I_var end(long id, const std::string& why);
 
   // Ends all sessions, refuses further ones, and returns the clients to tell.
   std::vector<nmsSession::NmsSession_I_var> endAll(const std::string& why);

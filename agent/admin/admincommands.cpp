@@ -18,6 +18,7 @@ void addAdminCommands(CLI::App& app, AdminCommand& command) {
   addDeviceCommands(*admin, command);
   addMapCommands(*admin, command);
   addAlarmCommands(*admin, command);
+  addLoginCommands(*admin, command);
 }
 
 }  // namespace zk::agent

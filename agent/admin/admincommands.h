@@ -19,6 +19,7 @@ void addAdminCommands(CLI::App& app, AdminCommand& command);
 void addDeviceCommands(CLI::App& admin, AdminCommand& command);
 void addMapCommands(CLI::App& admin, AdminCommand& command);
 void addAlarmCommands(CLI::App& admin, AdminCommand& command);
+void addLoginCommands(CLI::App& admin, AdminCommand& command);
 
 }  // namespace zk::agent
 

@@ -102,4 +102,26 @@ void EmsAdminServant::setTraffic(CORBA::Double rate) {
   });
 }
 
+emsAdmin::NmsLoginList_T* EmsAdminServant::getLogins() {
+  return guarded("getLogins", [&] {
+    const std::vector<Login> logins = logins_.all();
+    emsAdmin::NmsLoginList_T_var list = new emsAdmin::NmsLoginList_T;
+    list->length(static_cast<CORBA::ULong>(logins.size()));
+    for (CORBA::ULong i = 0; i < list->length(); ++i) {
+      list[i].sessionId = static_cast<CORBA::Long>(logins[i].session);
+      list[i].user = CORBA::string_dup(logins[i].user.c_str());
+    }
+    return list._retn();
+  });
+}
+
+void EmsAdminServant::endLogin(CORBA::Long sessionId) {
+  guarded("endLogin", [&] {
+    if (!logins_.end(sessionId)) {
+      throw refusal(globaldefs::EXCPT_ENTITY_NOT_FOUND,
+                    "there is no session " + std::to_string(sessionId));
+    }
+  });
+}
+
 }  // namespace zk::agent

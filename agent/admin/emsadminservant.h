@@ -1,4 +1,5 @@
-// EmsAdmin_I: changes of the embedded EMS on demand. Safe on any thread.
+// EmsAdmin_I: changes of the embedded EMS, and ends of sessions, on demand. Safe
+// on any thread.
 //
 // Whoever reaches it may use it: it is for trials, and is served only when the
 // agent is told to.
@@ -9,6 +10,7 @@
 #define ZK_TMF814_SERVANTS
 #endif
 
+#include "agent/admin/logins.h"
 #include "agent/ems/inventory.h"
 #include "agent/traffic/traffic.h"
 #include "idl/tmf814.h"
@@ -18,9 +20,9 @@ namespace zk::agent {
 class EmsAdminServant : public virtual POA_emsAdmin::EmsAdmin_I,
                         public virtual PortableServer::RefCountServantBase {
  public:
-  // Both must outlive this object.
-  EmsAdminServant(Inventory& inventory, Traffic& traffic)
-      : inventory_(inventory), traffic_(traffic) {}
+  // All must outlive this object.
+  EmsAdminServant(Inventory& inventory, Traffic& traffic, Logins& logins)
+      : inventory_(inventory), traffic_(traffic), logins_(logins) {}
 
   CORBA::Long createDevice(const char* name, const char* productName, const char* siteId) override;
   void renameDevice(CORBA::Long deviceId, const char* name) override;
@@ -33,10 +35,13 @@ class EmsAdminServant : public virtual POA_emsAdmin::EmsAdmin_I,
                          notifications::PerceivedSeverity_T severity, const char* text) override;
   void clearAlarm(CORBA::Long alarmId) override;
   void setTraffic(CORBA::Double rate) override;
+  emsAdmin::NmsLoginList_T* getLogins() override;
+  void endLogin(CORBA::Long sessionId) override;
 
  private:
   Inventory& inventory_;
   Traffic& traffic_;
+  Logins& logins_;
 };
 
 }  // namespace zk::agent

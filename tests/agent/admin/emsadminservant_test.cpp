@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/agent/ems/support.h"
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"
@@ -14,6 +16,22 @@ using namespace zk::agent;
 using zk::test::nameOf;
 using zk::test::refusalBy;
 using Lines = std::vector<std::string>;
+
+class FixedLogins : public Logins {
+ public:
+  std::vector<Login> all() override { return logins; }
+  bool end(long session) override {
+    const auto found = std::find_if(logins.begin(), logins.end(),
+                                    [&](const Login& login) { return login.session == session; });
+    if (found == logins.end()) {
+      return false;
+    }
+    logins.erase(found);
+    return true;
+  }
+
+  std::vector<Login> logins = {{3, "first"}, {5, ""}};
+};
 
 class EmsAdmin : public testing::Test {
  protected:
@@ -32,12 +50,25 @@ class EmsAdmin : public testing::Test {
   const std::unique_ptr<Inventory> inventory = Inventory::open(":memory:", {4, 2});
   zk::test::RecordedChanges changes;
   Traffic traffic{*inventory, {}};
-  EmsAdminServant* const admin = new EmsAdminServant(*inventory, traffic);
+  FixedLogins logins;
+  EmsAdminServant* const admin = new EmsAdminServant(*inventory, traffic, logins);
   const PortableServer::ServantBase_var owner{admin};
 };
 
 TEST_F(EmsAdmin, hasAnIdOfItsOwn) {
   EXPECT_STREQ(emsAdmin::_tc_EmsAdmin_I->id(), "IDL:zk.quornex/emsAdmin/EmsAdmin_I:1.0");
+}
+
+TEST_F(EmsAdmin, listsAndEndsSessions) {
+  emsAdmin::NmsLoginList_T_var list = admin->getLogins();
+  ASSERT_EQ(list->length(), 2U);
+  EXPECT_EQ(list[0U].sessionId, 3);
+  EXPECT_STREQ(list[0U].user, "first");
+  admin->endLogin(3);
+  list = admin->getLogins();
+  ASSERT_EQ(list->length(), 1U);
+  EXPECT_EQ(list[0U].sessionId, 5);
+  EXPECT_EQ(refusalBy([&] { admin->endLogin(3); }), "ENTITY_NOT_FOUND: there is no session 3");
 }
 
 TEST_F(EmsAdmin, createsRenamesAndRemovesADevice) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "tests/agent/support/names.h"
+#include "tests/agent/support/refusals.h"
 #include "tests/agent/support/runningagent.h"
 #include "tests/support/dump.h"
 
@@ -178,6 +179,18 @@ TEST_F(AdminProcess, isHeardOfByAnNms) {
     EXPECT_EQ(zk::test::dumpAny(alarm.filterable_data[11].value),
               std::string("PerceivedSeverity_T:") + severity);
   }
+}
+
+TEST_F(AdminProcess, endsASessionAndTellsItsNms) {
+  const auto process = agent.start({"--admin"});
+  ASSERT_TRUE(agent.awaitServing(*process)) << process->output();
+  ReachableNms nms;
+  const auto session = nms.logIn(agent, "operator");
+  EXPECT_EQ(admin({"sessions"}), "0 1 operator\n");
+  EXPECT_EQ(admin({"kick", "1"}), "0 ");
+  EXPECT_TRUE(becomesTrue([&] { return nms.servant->ends.load() == 1; }));
+  EXPECT_TRUE(zk::test::isGone([&] { session->ping(); }));
+  EXPECT_EQ(admin({"kick", "1"}).substr(0, 2), "6 ");
 }
 
 TEST_F(AdminProcess, isOnlyThereWhenItIsAskedFor) {

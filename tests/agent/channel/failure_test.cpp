@@ -95,8 +95,11 @@ TEST_F(Failure, toAskLosesEventsAndIsToldOnce) {
   qos[0].name = CORBA::string_dup("MaxEventsPerConsumer");
   qos[0].value = toAny(CORBA::Long{2});
   idle.proxy->set_qos(qos);
+  StructuredPush other(local);
   idle.connect();
+  other.connect();
   sendNumbers(1, 6);
+  ASSERT_TRUE(receives(other, numbers(1, 6)));
   EXPECT_TRUE(local.losses->becomes({"occurred 20121120094200.0Z 3"}));
   EXPECT_EQ(idle.next(2), numbers(1, 2));
   EXPECT_TRUE(local.losses->becomes({"occurred 20121120094200.0Z 3", "cleared"}));
