@@ -50,6 +50,7 @@ format: dev-packages
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 docs: dev-packages
+	@mkdir -p build
 	@doxygen docs/Doxyfile
 
 clean:
