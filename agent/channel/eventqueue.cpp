@@ -9,7 +9,6 @@ namespace zk::agent {
 namespace {
 
 using CosNotification::StructuredEvent;
-using notifications::EventList_T;
 using std::chrono::milliseconds;
 
 // The cache makes a whole list for each that is taken: while events come one by

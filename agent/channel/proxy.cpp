@@ -63,7 +63,7 @@ void Proxy::connect(std::function<void()> farewell) {
   state_ = State::Connected;
 }
 
-void Proxy::connectPush(std::shared_ptr<PushTarget> target) {
+void Proxy::connectPush(const std::shared_ptr<PushTarget>& target) {
   const Guard guard(mutex_);
   connect(nullptr);
   if (!parts_->workers->start([self = shared_from_this(), target] { self->deliver(target); })) {

@@ -39,7 +39,7 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   // These throw AlreadyConnected, OBJECT_NOT_EXIST once closed, NO_RESOURCES when
   // there is no thread; the proxy is of no use then. farewell tells the consumer that the channel
   // let go of it.
-  void connectPush(std::shared_ptr<PushTarget> target);
+  void connectPush(const std::shared_ptr<PushTarget>& target);
   void connectPull(std::function<void()> farewell);
 
   // A suspended proxy keeps its events. These throw NotConnected,

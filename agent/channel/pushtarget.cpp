@@ -14,7 +14,7 @@ using CosNotifyComm::StructuredPushConsumer_var;
 
 class StructuredTarget : public PushTarget {
  public:
-  explicit StructuredTarget(StructuredPushConsumer_var consumer) : consumer_(consumer) {}
+  explicit StructuredTarget(const StructuredPushConsumer_var& consumer) : consumer_(consumer) {}
 
   CORBA::ULong push(const EventBatch& batch, CORBA::ULong at) override {
     consumer_->push_structured_event(batch[at]);
@@ -30,7 +30,7 @@ class StructuredTarget : public PushTarget {
 // at is always 0: a batch is taken as a whole or not at all.
 class SequenceTarget : public PushTarget {
  public:
-  explicit SequenceTarget(SequencePushConsumer_var consumer) : consumer_(consumer) {}
+  explicit SequenceTarget(const SequencePushConsumer_var& consumer) : consumer_(consumer) {}
 
   CORBA::ULong push(const EventBatch& batch, CORBA::ULong) override {
     consumer_->push_structured_events(batch);

@@ -17,7 +17,7 @@ SessionChannel::SessionChannel(std::shared_ptr<const ChannelParts> parts)
       proxies_(parts_) {}
 
 std::shared_ptr<SessionChannel> SessionChannel::open(std::shared_ptr<const ChannelParts> parts) {
-  const std::shared_ptr<SessionChannel> channel(new SessionChannel(std::move(parts)));
+  std::shared_ptr<SessionChannel> channel(new SessionChannel(std::move(parts)));
   channel->activate();
   return channel;
 }

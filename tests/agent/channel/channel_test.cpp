@@ -73,6 +73,7 @@ TEST_F(Channel, listsTheProxiesOfAnAdmin) {
 
 TEST_F(Channel, limitsWhatASessionMakes) {
   std::vector<ProxySupplier_var> proxies;
+  proxies.reserve(17);
   ProxyID id = 0;
   for (int i = 0; i < 16; ++i) {
     proxies.emplace_back(local.admin->obtain_notification_pull_supplier(STRUCTURED_EVENT, id));

@@ -155,6 +155,7 @@ TEST_F(Lifecycle, survivesClientsThatComeAndGoUnderLoad) {
   steady.connect();
   std::atomic<bool> over{false};
   std::vector<std::thread> threads;
+  threads.reserve(3);
   for (int i = 0; i < 3; ++i) {
     threads.emplace_back([&, i] {
       while (!over) {
