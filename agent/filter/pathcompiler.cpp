@@ -80,7 +80,10 @@ class PathCompiler final : public ETCL_Constraint_Visitor {
   }
 
  private:
-  void add(Step step) { path_.steps.push_back(std::move(step)); }
+  template <class Part>
+  void add(Part part) {
+    path_.steps.emplace_back(std::move(part));
+  }
 
   void start(const Token& token) {
     if (token.text == "curtime") {

@@ -398,6 +398,7 @@ class Factory : public POA_emsSessionFactory::EmsSessionFactory_I {
 
   void getEmsSession(const char* user, const char* password, nmsSession::NmsSession_I_ptr client,
                      emsSession::EmsSession_I_out session) override {
+    network_.handOver();
     network_.onLogin();
     if (std::string(user) != "admin" || std::string(password) != "secret") {
       throw ProcessingFailureException(globaldefs::EXCPT_ACCESS_DENIED, "wrong user or password");

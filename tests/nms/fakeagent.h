@@ -50,6 +50,10 @@ struct FakeNetwork {
   void setClient(nmsSession::NmsSession_I_ptr client);
   nmsSession::NmsSession_I_var client();  // who logged in last
 
+  // Called before a client is started and when it logs in: what was set up before
+  // is seen by whoever serves it.
+  void handOver() const { const std::lock_guard<std::mutex> guard(mutex_); }
+
   // Held while the alarms are read, and by who changes them meanwhile.
   class Locked {
    public:
@@ -60,7 +64,7 @@ struct FakeNetwork {
   };
 
  private:
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::mutex alarmsMutex_;
   std::string lastName_;
   std::vector<std::string> changes_;

@@ -50,6 +50,7 @@ class Program : public testing::Test {
   void TearDown() override { gate_.open(); }
 
   Arguments argv(const Arguments& arguments) const {
+    network_.handOver();
     Arguments result = {ZK_NMS_PROGRAM, "--agent", reference_.path()};
     result.insert(result.end(), arguments.begin(), arguments.end());
     return result;
