@@ -41,6 +41,7 @@ constexpr std::array<const char*, 6> standard = {"GuiCutThrough",         "Equip
 
 std::vector<std::string> managerNames() {
   std::vector<std::string> names;
+  names.reserve(offered.size());
   for (const Offered& manager : offered) {
     names.emplace_back(manager.name);
   }

@@ -90,7 +90,7 @@ void setPassword(const std::string& path, const std::string& user, const std::st
   users[user] = hashOf(password);
   std::string text;
   for (const auto& [name, hash] : users) {
-    text += name + ":" + hash + "\n";
+    text.append(name).append(":").append(hash).append("\n");
   }
   try {
     replaceFile(path, text, S_IRUSR | S_IWUSR);

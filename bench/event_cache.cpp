@@ -75,6 +75,7 @@ double median(std::vector<double> values) {
 
 std::vector<HeldEvent> makeEvents(int count) {
   std::vector<HeldEvent> events;
+  events.reserve(static_cast<std::size_t>(count));
   for (int number = 0; number < count; ++number) {
     events.push_back(makeHeldEvent(number));
   }
@@ -207,6 +208,7 @@ Round measureRound(int clients, int count, std::chrono::microseconds& pause) {
 
 std::vector<double> timed(const std::vector<Rate>& rates) {
   std::vector<double> result;
+  result.reserve(rates.size());
   for (const Rate& rate : rates) {
     result.push_back(rate.timed);
   }
@@ -215,6 +217,7 @@ std::vector<double> timed(const std::vector<Rate>& rates) {
 
 std::vector<double> worked(const std::vector<Rate>& rates) {
   std::vector<double> result;
+  result.reserve(rates.size());
   for (const Rate& rate : rates) {
     result.push_back(rate.worked);
   }

@@ -49,7 +49,7 @@ class Input {
   // The next line without its end.
   std::string line() {
     const std::size_t end = std::min(rest_.find('\n'), rest_.size());
-    const std::string text = rest_.substr(0, end);
+    std::string text = rest_.substr(0, end);
     rest_.erase(0, end + 1);
     return text;
   }

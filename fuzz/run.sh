@@ -23,8 +23,10 @@ run() {
   findings=$build/fuzz-run/$1/findings
   log=$build/fuzz-run/$1/log
   mkdir -p "$corpus" "$findings"
-  "$build/bin/$1" -max_total_time="$seconds" -timeout=10 -max_len=2048 -print_final_stats=1 \
-    -dict="$here/names.dict" -artifact_prefix="$findings/" "$corpus" "$here/seeds/$1" \
+  dictionary=$here/names.dict
+  [ "$1" != fuzz_constraint ] || dictionary=$here/constraint.dict
+  "$build/bin/$1" -max_total_time="$seconds" -timeout=60 -max_len=2048 -print_final_stats=1 \
+    -dict="$dictionary" -artifact_prefix="$findings/" "$corpus" "$here/seeds/$1" \
     >"$log" 2>&1
 }
 

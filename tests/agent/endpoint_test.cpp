@@ -35,8 +35,8 @@ TEST(Endpoint, isReadFromText) {
 }
 
 TEST(Endpoint, isRefused) {
-  for (const char* text : {"", "127.0.0.1", "host:", "host:65536", "host:123456",
-                           "host:5x", "host:-1", "::1:5814", "[::1:5814", "::1]:5814"}) {
+  for (const char* text : {"", "127.0.0.1", "host:", "host:65536", "host:123456", "host:5x",
+                           "host:-1", "::1:5814", "[::1:5814", "::1]:5814"}) {
     EXPECT_THROW(parseEndpoint(text), std::invalid_argument) << text;
   }
 }

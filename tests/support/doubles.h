@@ -126,8 +126,7 @@ class FixedClock : public Installed<zk::platform::Clock> {
 class ScopedService {
  public:
   ScopedService(std::string name, std::shared_ptr<NS_BUNDLEMGR1::ServiceInterface> service)
-      : name_(std::move(name)),
-        before_(zk::platform::registerService(name_, std::move(service))) {}
+      : name_(std::move(name)), before_(zk::platform::registerService(name_, std::move(service))) {}
   ~ScopedService() { zk::platform::registerService(name_, before_); }
   ScopedService(const ScopedService&) = delete;
   ScopedService& operator=(const ScopedService&) = delete;
