@@ -66,6 +66,8 @@ TEST(Summary, ofACreationTellsKindAndLabel) {
   EXPECT_EQ(summary(read(sent)), "created managed element");
   managedElement::ManagedElement_T element;
   element.userLabel = "Oslo";
+  element.communicationState = managedElement::CS_AVAILABLE;  // unset, it may be no value at all
+  element.emsInSyncState = true;
   sent.remainder_of_body <<= element;
   EXPECT_EQ(summary(read(sent)), "created managed element \"Oslo\"");
 }
