@@ -60,6 +60,16 @@ CosNotification::StructuredEvent makeEvent(int number) {
   return event;
 }
 
+HeldEvent makeHeldEvent(int number, Values values) {
+  // Made in place: even moving it here would be a copy.
+  std::unique_ptr<CosNotification::StructuredEvent> event(
+      new CosNotification::StructuredEvent(makeEvent(number)));
+  if (values == Values::COPIED) {
+    event = std::make_unique<CosNotification::StructuredEvent>(*event);
+  }
+  return HeldEvent(new Event(event.release()));
+}
+
 void configureCache(long cachesize, long eventlistsize) {
   platform::Configuration configuration;
   configuration.notifyModel = 2;

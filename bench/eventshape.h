@@ -23,9 +23,13 @@ using Lists = std::vector<std::unique_ptr<notifications::EventList_T>>;
 // An attribute value change of a port, as a real agent sends it.
 CosNotification::StructuredEvent makeEvent(int number);
 
-inline HeldEvent makeHeldEvent(int number) {
-  return HeldEvent(new Event(new CosNotification::StructuredEvent(makeEvent(number))));
-}
+// How the event holds its values, which decides what a copy costs. An ORB may
+// keep a value just inserted as it is, and write it out for every copy; what has
+// been copied once, as by an agent that keeps the notification it was given, is
+// written out already.
+enum class Values { COPIED, INSERTED };
+
+HeldEvent makeHeldEvent(int number, Values values = Values::COPIED);
 
 // Settings of the cache for all clients made from now on.
 void configureCache(long cachesize, long eventlistsize);

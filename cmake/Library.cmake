@@ -14,11 +14,12 @@ add_library(
   names/nameconvert.cpp
   names/nameparse.cpp
   names/pairs.cpp
-  messages/blockpool.cpp
+  messages/eventcopy.cpp
   messages/messagecache.cpp
   messages/messagehandle.cpp
   messages/messagemgr.cpp
   messages/msgagent.cpp
+  messages/queueblocks.cpp
   names/tename.cpp
   names/tptemplates.cpp
   notify/debuglog.cpp

@@ -2,6 +2,7 @@
 
 #include <ace/Guard_T.h>
 
+#include "messages/eventcopy.h"
 #include "messages/traceorigin.h"
 #include "platform/config.h"
 
@@ -21,30 +22,6 @@ long configuredEventlistsize() {
 
 CORBA::ULong lengthFor(long count) { return count > 0 ? static_cast<CORBA::ULong>(count) : 0; }
 
-template <class Sequence>
-void moveSequence(Sequence& from, Sequence& to) {
-  const CORBA::ULong maximum = from.maximum();
-  const CORBA::ULong length = from.length();
-  if (auto* buffer = from.get_buffer(true)) {
-    to.replace(maximum, length, buffer, true);
-  } else {
-    to = from;
-  }
-}
-
-// Empties from into to. The texts and the properties, which are all the weight
-// of an event, change hands; nothing of them is copied.
-void moveEvent(StructuredEvent& from, StructuredEvent& to) {
-  CosNotification::FixedEventHeader& source = from.header.fixed_header;
-  CosNotification::FixedEventHeader& target = to.header.fixed_header;
-  target.event_type.domain_name = source.event_type.domain_name._retn();
-  target.event_type.type_name = source.event_type.type_name._retn();
-  target.event_name = source.event_name._retn();
-  moveSequence(from.header.variable_header, to.header.variable_header);
-  moveSequence(from.filterable_data, to.filterable_data);
-  to.remainder_of_body = from.remainder_of_body;
-}
-
 struct Release {
   void operator()(NXEventHolder* event) const { event->release(); }
 };
@@ -57,7 +34,6 @@ using OwnReference = std::unique_ptr<NXEventHolder, Release>;
 NXMessageCache::NXMessageCache()
     : eventlistsize_(configuredEventlistsize()),
       listLock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE),
-      events_(makeList()),
       agent_(std::make_unique<Nex_MsgAgent>(this)) {
   agent_->activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED);
 }
@@ -120,14 +96,15 @@ bool NXMessageCache::passes(const void* context) const {
 }
 
 int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
-  auto next = makeList();  // before the lock: the agent's thread need not wait for it
   ACE_Guard<ACE_Mutex> guard(listLock_);
   const long count = index_.load(std::memory_order_relaxed);
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::getMsgList]index=%d.", shown(count));
+  if (!events_) {
+    events_ = std::make_unique<notifications::EventList_T>();
+  }
   events_->length(lengthFor(count));
   list = events_.release();
-  events_ = std::move(next);
   index_.store(0, std::memory_order_relaxed);
   notFull_.signal();
   return 0;
@@ -140,6 +117,9 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
   OwnReference reference(event);
   ACE_Guard<ACE_Mutex> guard(listLock_);
   const long index = index_.load(std::memory_order_relaxed);
+  if (!events_) {
+    events_ = makeList();
+  }
   if (index >= eventlistsize_) {
     events_->length(lengthFor(index + 1));
   }
@@ -150,7 +130,7 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
   if (event->isLast()) {
     moveEvent(*event->get(), entry);
   } else {
-    entry = *event->get();
+    copyEvent(*event->get(), entry);
   }
   index_.store(index + 1, std::memory_order_relaxed);
   reference.reset();

@@ -76,7 +76,10 @@ class NXMessageCache {
 
   const long eventlistsize_;
   ACE_Mutex listLock_;
-  std::unique_ptr<notifications::EventList_T> events_;  // guarded by listLock_
+
+  // Guarded by listLock_. Null until an event comes: most clients wait most of
+  // the time, and a list with room for all its events is large.
+  std::unique_ptr<notifications::EventList_T> events_;
 
   ACE_Event notFull_;
   std::atomic<bool> stopping_{false};

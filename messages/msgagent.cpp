@@ -64,7 +64,7 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
     return -1;
   }
 
-  ACE_Message_Block* block = makeBlock(event);
+  ACE_Message_Block* block = blocks_.make(reinterpret_cast<char*>(event));
   event->addRef();
   if (block == nullptr || putq(block) == -1) {
     traceOrigin();
@@ -84,23 +84,6 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
   NS_CORBA::TaDebugWithPara(3, "[Nex_MsgAgent::pushmsg]Exist.pushmsg num_=%d.",
                             shown(num_.load(std::memory_order_relaxed)));
   return 0;
-}
-
-// A block over the holder, which it does not own: size 1, priority 0. Null when
-// there is no memory.
-ACE_Message_Block* Nex_MsgAgent::makeBlock(NXEventHolder* event) {
-  void* memory = blocks_.malloc(sizeof(ACE_Message_Block));
-  if (memory == nullptr) {
-    return nullptr;
-  }
-  auto* block = new (memory) ACE_Message_Block(
-      1, ACE_Message_Block::MB_DATA, nullptr, reinterpret_cast<const char*>(event), nullptr,
-      nullptr, 0, ACE_Time_Value::zero, ACE_Time_Value::max_time, &blocks_, &blocks_);
-  if (block->data_block() == nullptr) {
-    block->release();
-    return nullptr;
-  }
-  return block;
 }
 
 // After a wait for room one more event is taken before the list is looked at
@@ -131,7 +114,7 @@ Nex_MsgAgent::Step Nex_MsgAgent::takeOne() {
   }
   num_.fetch_sub(1, std::memory_order_relaxed);
   NXEventHolder* event = eventOf(*block);
-  block->release();
+  blocks_.giveBack(block);
   if (event == nullptr) {
     return Step::STOP;
   }

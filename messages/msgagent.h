@@ -9,7 +9,7 @@
 #include <mutex>
 
 #include "idl/tmf814.h"
-#include "messages/blockpool.h"
+#include "messages/queueblocks.h"
 #include "messages/refcount.h"
 
 namespace NS_QUORCORBA {
@@ -55,7 +55,6 @@ class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
  private:
   enum class Step { CONTINUE, WAIT, STOP };
 
-  ACE_Message_Block* makeBlock(NXEventHolder* event);
   Step takeOne();
   bool isListOver() const;
   bool waitForRoom();
@@ -71,7 +70,7 @@ class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
   std::condition_variable lingerEnded_;
   bool isEnough_ = false;  // guarded by lingering_
 
-  BlockPool blocks_;
+  QueueBlocks blocks_;
 };
 
 }  // namespace NS_QUORCORBA
