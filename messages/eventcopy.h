@@ -9,8 +9,9 @@ namespace NS_QUORCORBA {
 // Makes to equal to from. Threads may copy the same event at once.
 void copyEvent(const CosNotification::StructuredEvent& from, CosNotification::StructuredEvent& to);
 
-// Empties from into to. The texts and the properties, which are all the weight
-// of an event, change hands; nothing of them is copied.
+// Makes to what from was, and leaves from with next to nothing. The texts and the
+// properties, which are nearly all the weight of an event, change hands; the body
+// is copied.
 void moveEvent(CosNotification::StructuredEvent& from, CosNotification::StructuredEvent& to);
 
 }  // namespace NS_QUORCORBA

@@ -12,7 +12,8 @@
 namespace NS_QUORCORBA {
 
 // Decides which events a client gets. What the criteria mean is the
-// implementation's business; the cache only asks whether there are any.
+// implementation's business; the cache only asks whether there are any. What a
+// filter throws while events are distributed leaves its message class blocked.
 class NXMessageFilter {
  public:
   // Whether to drop the event for this client. context is what came with the

@@ -1,6 +1,6 @@
 // The event cache for clients that pull their notifications: the manager that
-// is its entry, and what lies beneath it. Everything locks internally; locks
-// are taken in the order registry, class, list.
+// is its entry, and what lies beneath it. The manager and the handles lock
+// internally, in the order registry, class, list.
 #ifndef ZK_MESSAGES_MESSAGECACH_H
 #define ZK_MESSAGES_MESSAGECACH_H
 

@@ -20,7 +20,7 @@ namespace NS_QUORCORBA {
 using NXLayerFilter = std::map<std::pair<long, long>, bool>;
 
 // Locks, taken in this order: registry (NXMessageMgr), class (NXMessageHandle),
-// list (here). The agent's thread takes the list lock alone.
+// list (here). The agent's thread takes none of them but the list lock.
 class NXMessageCache {
  public:
   // Starts the client's thread.
@@ -59,7 +59,8 @@ class NXMessageCache {
   // The rest is what the agent's thread watches, without the list lock.
 
   bool isOver() const;
-  // Blocks until the list has been fetched or the cache is being destroyed.
+  // Blocks until the list is fetched or the cache is being destroyed; not at all
+  // when it was fetched since the last wait.
   void waitForFetch();
 
   std::atomic<long> index_{0};  // events in the list; changed under the list lock

@@ -53,7 +53,8 @@ class NXMessageHandle {
   // Destroys the clients that the validity service no longer knows, then offers
   // the event to every other. Throws InterfaceNotExistException when there is
   // no validity service; the class lock then stays held, and every later
-  // operation on the class blocks: without the service nobody may be served.
+  // operation on the class blocks: without the service nobody may be served. So
+  // it does when the service or a filter throws.
   int pushMessage(NXEventHolder* event, const void* context);
 
   // Gives the client's list to the caller, who frees it; list is untouched for

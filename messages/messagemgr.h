@@ -87,12 +87,14 @@ class __attribute__((visibility("default"))) NXMessageMgr {
   // Offers one event to every valid client. -1 for a null event; 0 without
   // doing anything unless the notify model is 2 or 3. context goes to the
   // filters. Throws InterfaceNotExistException when the validity service is
-  // missing and the class has clients; the class is then blocked for good.
+  // missing and the class has clients; the class is then blocked for good, and
+  // whoever waits for it keeps new classes from being registered.
   int pushMessage(long msgClass, Event* event, const void* context) const;
 
   // Offer many events, in order, each with its own context. For callers that
   // have already decided that the cache is in use: neither the notify model nor
-  // the events are looked at.
+  // the events are looked at. Throw as pushMessage does, with what came before
+  // delivered.
   int pushBulkMessage(long msgClass,
                       const std::list<std::pair<Event*, AsnForwardFaultRptStrc*>>& events) const;
   int PushBulkMessage(const long& msgClass,

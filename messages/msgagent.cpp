@@ -87,7 +87,8 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
 }
 
 // After a wait for room one more event is taken before the list is looked at
-// again, so a list fetched just before the wait can grow to eventlistsize + 2.
+// again. A fetch made while the thread did not wait ends its next wait at once, so
+// the list can then grow to eventlistsize + 2.
 int Nex_MsgAgent::svc() {
   Step step = isListOver() ? Step::WAIT : Step::CONTINUE;
   while (true) {

@@ -21,7 +21,8 @@ class LogSvcInterface : public NS_BUNDLEMGR1::ServiceInterface {
 namespace NS_SECURITY_SERVICE1 {
 
 // Registered as "SecurityIF". Called for every client on every pushed event:
-// keep it cheap, and never call back into the event cache from it.
+// keep it cheap, never call back into the event cache from it, and do not throw.
+// A service that was replaced is let go of by the next push to each class.
 class SecurityIF : public NS_BUNDLEMGR1::ServiceInterface {
  public:
   // Whether the client is still to be served. The event cache passes the
