@@ -23,10 +23,11 @@ struct FakeAlarm {
 // What the agent serves, and what tests hang into it. Set up before the agent
 // is called; counted on its threads.
 struct FakeNetwork {
-  unsigned elements = 0;  // ids 1, 2, …
-  unsigned subnetworks = 0;
-  unsigned links = 0;
-  unsigned nodes = 0;  // and as many submaps and display links; 0: no map manager
+  // A test may change these while clients are served.
+  std::atomic<unsigned> elements{0};  // ids 1, 2, …
+  std::atomic<unsigned> subnetworks{0};
+  std::atomic<unsigned> links{0};
+  std::atomic<unsigned> nodes{0};  // and as many submaps and display links; 0: no map manager
   std::string elementLabel = "label";
   std::vector<FakeAlarm> alarms;  // active ones; locked while it is read
   FakeEvents events;

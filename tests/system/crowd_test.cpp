@@ -15,6 +15,13 @@ using zk::test::counted;
 using zk::test::labelsFromTo;
 using zk::test::RunningAgent;
 
+// A sanitizer keeps books of its own, which grow with all that a process did.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool memoryTells = false;
+#else
+constexpr bool memoryTells = true;
+#endif
+
 // A client that asks for its events by pull and never fetches one.
 class NeverFetching {
  public:
@@ -96,7 +103,9 @@ TEST_F(Crowd, everyHealthyClientSeesEveryEventOnceAndInOrder) {
   changer.change(901, 1500);
   expectSeen(1500, odd);
   const long grown = residentKiB(process->id()) - before;
-  EXPECT_LT(grown, 4096) << "KiB, from " << before;
+  if (memoryTells) {
+    EXPECT_LT(grown, 4096) << "KiB, from " << before;
+  }
   RecordProperty("residentKiB", std::to_string(before));
   RecordProperty("grownKiB", std::to_string(grown));
 
