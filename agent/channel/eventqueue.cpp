@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "messages/eventcopy.h"
+
 namespace zk::agent {
 
 namespace {
@@ -21,32 +23,6 @@ constexpr milliseconds firstLook{1};
 constexpr milliseconds lastLook{20};
 // The cache's thread needs microseconds; a machine that is short of time, more.
 constexpr milliseconds arrival{1000};
-
-template <class Sequence>
-void moveSequence(Sequence& from, Sequence& to) {
-  const CORBA::ULong maximum = from.maximum();
-  const CORBA::ULong length = from.length();
-  if (length == 0) {
-    to.length(0);
-  } else if (auto* buffer = from.get_buffer(true)) {
-    to.replace(maximum, length, buffer, true);
-  } else {
-    to = from;
-  }
-}
-
-// Texts and properties change hands; the body is copied, which most events have
-// none of.
-void moveEvent(StructuredEvent& from, StructuredEvent& to) {
-  CosNotification::FixedEventHeader& source = from.header.fixed_header;
-  CosNotification::FixedEventHeader& target = to.header.fixed_header;
-  target.event_type.domain_name = source.event_type.domain_name._retn();
-  target.event_type.type_name = source.event_type.type_name._retn();
-  target.event_name = source.event_name._retn();
-  moveSequence(from.header.variable_header, to.header.variable_header);
-  moveSequence(from.filterable_data, to.filterable_data);
-  to.remainder_of_body = from.remainder_of_body;
-}
 
 }  // namespace
 
@@ -72,7 +48,7 @@ CORBA::ULong EventQueue::take(CORBA::ULong most, Batch& batch) {
       batch.length(most);  // at once: each growth copies
     }
     for (CORBA::ULong i = 0; i < count; ++i) {
-      moveEvent((*kept.list)[kept.at++], batch[filled++]);
+      NS_QUORCORBA::moveEvent((*kept.list)[kept.at++], batch[filled++]);
     }
     gate_->fetched(count);
     if (kept.left() == 0) {

@@ -107,7 +107,7 @@ Json::Value readScalar(DynAny_ptr value, CORBA::TCKind kind) {
     case CORBA::tk_boolean:
       return Json::Value(value->get_boolean() != 0);
     case CORBA::tk_char:
-      return asUtf8(std::string(1, value->get_char()));
+      return asUtf8(std::string(1, static_cast<char>(value->get_char())));
     case CORBA::tk_octet:
       return value->get_octet();
     case CORBA::tk_short:
