@@ -56,6 +56,7 @@ void limitCalls(CORBA::ORB_ptr, unsigned) {}
 CORBA::ORB_ptr start(const OrbSettings& settings) {
   std::vector<std::string> texts = arguments(settings);
   std::vector<char*> argv;
+  argv.reserve(texts.size() + 1);
   for (std::string& text : texts) {
     argv.push_back(text.data());
   }

@@ -97,6 +97,7 @@ Row alarmRow(const Alarm& alarm) {
 const std::vector<std::string>& severityNames() {
   static const std::vector<std::string> names = [] {
     std::vector<std::string> result;
+    result.reserve(std::size(kSeverities));
     for (const Severity& severity : kSeverities) {
       result.emplace_back(severity.name);
     }

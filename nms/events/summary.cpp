@@ -24,7 +24,7 @@ std::string kindOf(const Event& event) {
 std::string ofCreation(const Event& event) {
   std::string result = "created " + kindOf(event);
   const Json::Value& body = event.body;
-  if (body.isObject() && body["userLabel"].isString() && body["userLabel"] != "") {
+  if (body.isObject() && body["userLabel"].isString() && !body["userLabel"].asString().empty()) {
     result += " \"" + body["userLabel"].asString() + "\"";
   }
   return result;

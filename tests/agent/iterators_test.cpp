@@ -20,7 +20,6 @@ using managedElementManager::ManagedElementMgr_I_var;
 using zk::test::isGone;
 using zk::test::LocalAgent;
 using zk::test::refusalBy;
-using zk::test::refusalTypeBy;
 
 constexpr int devices = 25;
 

@@ -150,12 +150,13 @@ class Clogged {
     address_.sin_family = AF_INET;
     address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof address_;
-    bind(listener_, reinterpret_cast<sockaddr*>(&address_), length);
+    EXPECT_EQ(bind(listener_, reinterpret_cast<sockaddr*>(&address_), length), 0);
     listen(listener_, 0);
     getsockname(listener_, reinterpret_cast<sockaddr*>(&address_), &length);
     for (int& filler : fillers_) {
       filler = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-      connect(filler, reinterpret_cast<sockaddr*>(&address_), sizeof address_);
+      // The last of them cannot get through: that is the point.
+      static_cast<void>(connect(filler, reinterpret_cast<sockaddr*>(&address_), sizeof address_));
     }
   }
   ~Clogged() {

@@ -113,6 +113,7 @@ TEST_F(Session, givesNothingMoreOnceItHasEnded) {
 TEST_F(Session, endsOnceWhoeverEndsIt) {
   const auto other = agent.sessions.begin("x", agent.nmsReference.in());
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&] { agent.sessions.end(other->id, "test"); });
   }
@@ -124,6 +125,7 @@ TEST_F(Session, endsOnceWhoeverEndsIt) {
 
 TEST_F(Session, servesManyThreadsAtOnce) {
   std::vector<std::thread> threads;
+  threads.reserve(4);
   std::atomic<int> wrong{0};
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&] {

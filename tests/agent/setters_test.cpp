@@ -11,7 +11,6 @@
 namespace {
 
 using managedElementManager::ManagedElementMgr_I;
-using zk::agent::ObjectKey;
 using zk::agent::ObjectKind;
 using zk::test::LocalAgent;
 using zk::test::named;

@@ -130,7 +130,8 @@ TEST(Exports, describeTheClassesThatAreDerivedFrom) {
   for (const auto& [name, operations] : interface()) {
     const bool isName = operations.count("Accept") != 0;
     for (const char* what : {"vtable for ", "typeinfo for ", "typeinfo name for "}) {
-      EXPECT_EQ(exported().count(what + NAMESPACE + name), isName ? 1U : 0U) << what << name;
+      const std::string symbol = std::string(what).append(NAMESPACE).append(name);
+      EXPECT_EQ(exported().count(symbol), isName ? 1U : 0U) << symbol;
     }
   }
 }

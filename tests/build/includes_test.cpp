@@ -112,6 +112,7 @@ TEST_P(IncludeDirection, isToldByPathsFromTheRoot) {
 
 INSTANTIATE_TEST_SUITE_P(Folders, IncludeDirection, testing::ValuesIn([] {
                            std::vector<std::string> folders;
+                           folders.reserve(MAY_INCLUDE.size());
                            for (const auto& folder : MAY_INCLUDE) {
                              folders.push_back(folder.first);
                            }

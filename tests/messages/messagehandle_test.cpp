@@ -258,6 +258,7 @@ TEST_F(MessageHandleTest, oneThreadAtATimeUsesAFilter) {
   handle.subscribeMsg(1, new CrowdFilter(script, inside, most), nullptr);
   handle.setReportStatus(1, true);
   std::vector<std::thread> threads;
+  threads.reserve(THREADS);
   for (int thread = 0; thread < THREADS; ++thread) {
     threads.emplace_back([this] {
       for (int round = 0; round < ROUNDS; ++round) {

@@ -80,6 +80,7 @@ TEST_F(MessageMgrTest, instanceIsOne) {
 TEST_F(MessageMgrTest, instanceIsOneForManyThreads) {
   NXMessageMgr::Destroy();
   std::vector<std::future<NXMessageMgr*>> found;
+  found.reserve(8);
   for (int thread = 0; thread < 8; ++thread) {
     found.push_back(std::async(std::launch::async, [] { return NXMessageMgr::Instance(); }));
   }

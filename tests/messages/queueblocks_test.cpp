@@ -66,6 +66,7 @@ TEST(QueueBlocks, blockThatWentThroughAQueueIsMadeAgain) {
 TEST(QueueBlocks, keepsNoMoreThanItsLimit) {
   QueueBlocks blocks;
   std::vector<ACE_Message_Block*> made;
+  made.reserve(MOST_SPARE + 3);
   for (int number = 0; number < MOST_SPARE + 3; ++number) {
     made.push_back(blocks.make(content));
   }

@@ -13,18 +13,15 @@ int conversions = 0;
 
 }  // namespace
 
-extern "C" {
+// Under these names the linker keeps the original and looks for the replacement.
+unsigned long convert(NS_QUORCORBA::TEName*, globaldefs::NVSList_T&) asm(
+    "__real__ZN12NS_QUORCORBA6TEName11Ems2NmsNameERN10globaldefs9NVSList_TE");
+unsigned long convertOrFail(NS_QUORCORBA::TEName*, globaldefs::NVSList_T&) asm(
+    "__wrap__ZN12NS_QUORCORBA6TEName11Ems2NmsNameERN10globaldefs9NVSList_TE");
 
-// Under these names the linker looks for the replacement and keeps the original.
-unsigned long __real__ZN12NS_QUORCORBA6TEName11Ems2NmsNameERN10globaldefs9NVSList_TE(
-    NS_QUORCORBA::TEName*, globaldefs::NVSList_T&);
-unsigned long __wrap__ZN12NS_QUORCORBA6TEName11Ems2NmsNameERN10globaldefs9NVSList_TE(
-    NS_QUORCORBA::TEName* self, globaldefs::NVSList_T& name) {
+unsigned long convertOrFail(NS_QUORCORBA::TEName* self, globaldefs::NVSList_T& name) {
   ++conversions;
-  return conversionResult != 0
-             ? conversionResult
-             : __real__ZN12NS_QUORCORBA6TEName11Ems2NmsNameERN10globaldefs9NVSList_TE(self, name);
-}
+  return conversionResult != 0 ? conversionResult : convert(self, name);
 }
 
 namespace zk::test {

@@ -111,8 +111,10 @@ void compareAll(const std::vector<Texts>& levels, char separator, Tally& tally,
     if (testing::Test::HasFailure()) {
       return;
     }
-    const char before = level == 0 ? '/' : separator;
-    compareAll(levels, separator, tally, head + before + item, level + 1);
+    std::string longer = head;
+    longer += level == 0 ? '/' : separator;
+    longer += item;
+    compareAll(levels, separator, tally, longer, level + 1);
   }
 }
 

@@ -66,7 +66,8 @@ void serve(PortableServer::POA_ptr poa, FakeNetwork& network, unsigned count, CO
 }
 
 void serveNames(PortableServer::POA_ptr poa, FakeNetwork& network, unsigned count,
-                CORBA::ULong howMany, NamesOut list, NamesIteratorOut iterator, const char* kind) {
+                CORBA::ULong howMany, const NamesOut& list, const NamesIteratorOut& iterator,
+                const char* kind) {
   serve<globaldefs::NamingAttributesIterator_I, POA_globaldefs::NamingAttributesIterator_I,
         globaldefs::NamingAttributesList_T>(poa, network, count, howMany, NamesOut(list),
                                             NamesIteratorOut(iterator),
@@ -121,7 +122,7 @@ notifications::EventList_T wantedAlarms(const FakeNetwork& network, const Probab
 
 void serveAlarms(PortableServer::POA_ptr poa, FakeNetwork& network,
                  const notifications::EventList_T& alarms, CORBA::ULong howMany,
-                 EventList_T_out list, EventIterator_I_out iterator) {
+                 const EventList_T_out& list, const EventIterator_I_out& iterator) {
   serve<notifications::EventIterator_I, POA_notifications::EventIterator_I,
         notifications::EventList_T>(
       poa, network, alarms.length(), howMany, EventList_T_out(list), EventIterator_I_out(iterator),
@@ -269,8 +270,8 @@ class MapMgr : public Settable<RefusingMapMgr> {
 
  private:
   template <class Make>
-  void serveMap(CORBA::ULong howMany, topologyMap::MapObjectList_T_out list,
-                topologyMap::MapObjectIterator_I_out iterator, unsigned count, Make make) {
+  void serveMap(CORBA::ULong howMany, const topologyMap::MapObjectList_T_out& list,
+                const topologyMap::MapObjectIterator_I_out& iterator, unsigned count, Make make) {
     serve<topologyMap::MapObjectIterator_I, POA_topologyMap::MapObjectIterator_I,
           topologyMap::MapObjectList_T>(poa_.in(), network_, count, howMany,
                                         topologyMap::MapObjectList_T_out(list),

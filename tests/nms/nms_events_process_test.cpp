@@ -119,6 +119,7 @@ TEST_P(Delivered, endsWith4WhenFewerThanCountedCome) {
 
 TEST_P(Delivered, wholeBatchesInOrder) {
   std::vector<Raised> events;
+  events.reserve(2000);
   for (int i = 0; i < 2000; ++i) {
     events.push_back({std::to_string(i)});
   }

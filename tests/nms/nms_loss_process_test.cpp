@@ -140,7 +140,7 @@ std::string portThatNobodyHas() {
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  bind(holder, reinterpret_cast<sockaddr*>(&address), size);
+  EXPECT_EQ(bind(holder, reinterpret_cast<sockaddr*>(&address), size), 0);
   getsockname(holder, reinterpret_cast<sockaddr*>(&address), &size);
   close(holder);
   return std::to_string(ntohs(address.sin_port));

@@ -199,7 +199,7 @@ class ClosedPort {
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
+    EXPECT_EQ(bind(socket_, reinterpret_cast<sockaddr*>(&address), size), 0);
     getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
     number_ = ntohs(address.sin_port);
   }

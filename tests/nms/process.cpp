@@ -26,13 +26,14 @@ std::vector<std::string> environmentWith(const Process::Environment& added) {
     }
   }
   for (const auto& [name, value] : added) {
-    result.push_back(name + "=" + value);
+    result.push_back(std::string(name).append("=").append(value));
   }
   return result;
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
   std::vector<char*> result;
+  result.reserve(texts.size() + 1);
   for (std::string& text : texts) {
     result.push_back(text.data());
   }

@@ -65,7 +65,7 @@ std::string numberedText(CORBA::ULong count) {
   std::string text;
   for (CORBA::ULong i = 0; i < count; ++i) {
     const std::string number = std::to_string(i);
-    text += (i == 0 ? "name" : "|name") + number + "=long:" + number;
+    text.append(i == 0 ? "name" : "|name").append(number).append("=long:").append(number);
   }
   return "attributeList=NVList_T:[" + text + "]";
 }
@@ -263,6 +263,7 @@ void sendLabels(int label, int count) {
 TEST(NotificationThreads, buildTheirOwnEvents) {
   CapturedEvents captured;
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int label = 0; label < 4; ++label) {
     threads.emplace_back(sendLabels, label, 50);
   }

@@ -186,6 +186,7 @@ TEST_F(Logs, losesNoLineWhileTheyAreReopened) {
   other.file = path("other.log");
   openLogs(one);
   std::vector<std::thread> writers;
+  writers.reserve(3);
   for (int i = 0; i < 3; ++i) {
     writers.emplace_back([] {
       for (int n = 0; n < 200; ++n) TaDebug(1, "whole line");

@@ -11,8 +11,6 @@ using zk::test::becomesTrue;
 using zk::test::Changer;
 using zk::test::Client;
 using zk::test::counted;
-using zk::test::labelsFromTo;
-using zk::test::Process;
 using zk::test::RunningAgent;
 
 const int ownEndpoint = setenv("ORBendPoint", "giop:tcp:127.0.0.1:", 1);

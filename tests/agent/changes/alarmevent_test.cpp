@@ -6,7 +6,6 @@
 namespace {
 
 using namespace zk::agent;
-using zk::test::dumpEvent;
 using zk::test::Network;
 using zk::test::NOW;
 using Texts = std::vector<std::string>;

@@ -37,6 +37,7 @@ TEST(InventoryThreads, readWhileOneWrites) {
   std::atomic<bool> stop{false};
   std::atomic<long> reads{0};
   std::vector<std::thread> readers;
+  readers.reserve(READERS);
   for (int i = 0; i < READERS; ++i) {
     readers.emplace_back([&] { readUntil(*inventory, stop, reads); });
   }
@@ -72,6 +73,7 @@ TEST(InventoryThreads, areToldInTheOrderOfStoring) {
   OrderedChanges changes;
   inventory->setListener(&changes);
   std::vector<std::thread> writers;
+  writers.reserve(READERS);
   for (int writer = 0; writer < READERS; ++writer) {
     writers.emplace_back([&inventory, writer] {
       for (int i = 0; i < CHANGES; ++i) {
@@ -92,6 +94,7 @@ TEST(InventoryThreads, findTheirChangesToldOnReturn) {
   zk::test::RecordedChanges heard;
   inventory->setListener(&heard);
   std::vector<std::thread> writers;
+  writers.reserve(READERS);
   for (int writer = 1; writer <= READERS; ++writer) {
     writers.emplace_back([&, writer] {
       const auto device = ObjectKey::device(static_cast<unsigned long>(writer));

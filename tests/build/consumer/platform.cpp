@@ -132,6 +132,7 @@ void TaTrace(const char* format, ...) {
   va_end(arguments);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): as it is declared.
 void fillFixedHeader(std::string type, CosNotification::StructuredEvent& event) {
   event.header.fixed_header.event_type.domain_name = CORBA::string_dup("consumer");
   event.header.fixed_header.event_type.type_name = CORBA::string_dup(type.c_str());
