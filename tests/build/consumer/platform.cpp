@@ -81,10 +81,17 @@ Configuration& configuration() {
   return standard;
 }
 
+// The event cache traces on threads of its own.
+void keepTrace(int level, const char* text) {
+  static std::mutex mutex;
+  const std::lock_guard<std::mutex> guard(mutex);
+  seen().traces.push_back(std::to_string(level) + " " + NS_CORBA::GetTss()->file + ": " + text);
+}
+
 void addTrace(int level, const char* format, std::va_list arguments) {
   char text[256];
   std::vsnprintf(text, sizeof(text), format, arguments);
-  seen().traces.push_back(std::to_string(level) + " " + NS_CORBA::GetTss()->file + ": " + text);
+  keepTrace(level, text);
 }
 
 }  // namespace
@@ -114,9 +121,7 @@ TraceRecord* GetTss() {
   return &record;
 }
 
-void TaDebug(int level, const char* text) {
-  consumer::seen().traces.push_back(std::to_string(level) + " " + GetTss()->file + ": " + text);
-}
+void TaDebug(int level, const char* text) { consumer::keepTrace(level, text); }
 
 void TaDebugWithPara(int level, const char* format, ...) {
   std::va_list arguments;

@@ -1,5 +1,5 @@
 // The smallest platform that an agent can bring: all in memory, for one thread
-// but for the queue of events.
+// but for what the event cache does on threads of its own, which is to trace.
 #ifndef ZK_TESTS_BUILD_CONSUMER_PLATFORM_H
 #define ZK_TESTS_BUILD_CONSUMER_PLATFORM_H
 
@@ -10,7 +10,8 @@
 
 namespace consumer {
 
-// What the library did through the platform, for main to look at.
+// What the library did through the platform, for main to look at; at the traces
+// only before the event cache has a client.
 struct Seen {
   std::vector<std::string> calls;   // of the EMS's services
   std::vector<std::string> traces;  // "level file: text"
