@@ -3,28 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 #include "tests/messages/support.h"
-
-namespace {
-thread_local long allocations = 0;
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-  throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  ++allocations;
-  return std::malloc(size != 0 ? size : 1);
-}
-
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#include "tests/support/allocations.h"
 
 namespace zk::test {
 namespace {
@@ -44,9 +24,7 @@ class PushCost : public testing::Test {
 
   // On this thread, while the event is pushed once to every client.
   long allocationsOfPush() {
-    const long before = allocations;
-    handle.pushMessage(event.get(), nullptr);
-    return allocations - before;
+    return allocationsOf([this] { handle.pushMessage(event.get(), nullptr); });
   }
 
   FixedAgentConfig config;

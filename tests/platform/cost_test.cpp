@@ -3,41 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 #include "platform/default/eventsinks.h"
 #include "platform/events.h"
 #include "tests/platform/sinkdoubles.h"
+#include "tests/support/allocations.h"
 #include "tests/support/doubles.h"
-
-namespace {
-thread_local long allocations = 0;
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-  throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  ++allocations;
-  return std::malloc(size != 0 ? size : 1);
-}
-
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace zk::test {
 namespace {
-
-template <class Action>
-long allocationsOf(Action action) {
-  const long before = allocations;
-  action();
-  return allocations - before;
-}
 
 TEST(Cost, eventsAreNotCopiedWithoutSinks) {
   auto event = makeEvent("event");
