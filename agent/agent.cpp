@@ -5,10 +5,10 @@
 #include <cstdio>
 
 #include "agent/admin/emsadminservant.h"
-#include "agent/atomicfile.h"
-#include "agent/factoryservant.h"
-#include "agent/farewell.h"
-#include "agent/log.h"
+#include "agent/base/atomicfile.h"
+#include "agent/base/log.h"
+#include "agent/sessions/factoryservant.h"
+#include "agent/sessions/farewell.h"
 
 namespace zk::agent {
 

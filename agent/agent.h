@@ -6,18 +6,18 @@
 #include <memory>
 #include <string>
 
-#include "agent/changes/changenotifier.h"
+#include "agent/admin/sessionlogins.h"
+#include "agent/base/repeating.h"
 #include "agent/channel/eventservice.h"
+#include "agent/cli/options.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
-#include "agent/heartbeat.h"
-#include "agent/options.h"
-#include "agent/orb.h"
-#include "agent/repeating.h"
-#include "agent/sessionlogins.h"
-#include "agent/sessions.h"
-#include "agent/traffic/traffic.h"
-#include "agent/users.h"
+#include "agent/ems/traffic/traffic.h"
+#include "agent/orb/orb.h"
+#include "agent/sessions/heartbeat.h"
+#include "agent/sessions/sessions.h"
+#include "agent/sessions/users.h"
+#include "agent/tmf/changenotifier.h"
 
 namespace zk::agent {
 

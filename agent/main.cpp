@@ -1,6 +1,6 @@
 // zk-agent: the reference northbound agent.
-#include "agent/admin/adminrun.h"
-#include "agent/options.h"
+#include "agent/cli/adminrun.h"
+#include "agent/cli/options.h"
 #include "agent/run.h"
 
 int main(int argc, char** argv) {

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "agent/agent.h"
-#include "agent/log.h"
-#include "platform/default/configuration.h"
-#include "platform/default/logs.h"
+#include "agent/base/log.h"
+#include "zk_quornex/platform/default/configuration.h"
+#include "zk_quornex/platform/default/logs.h"
 
 namespace zk::agent {
 

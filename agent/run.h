@@ -3,7 +3,7 @@
 #ifndef ZK_AGENT_RUN_H
 #define ZK_AGENT_RUN_H
 
-#include "agent/options.h"
+#include "agent/cli/options.h"
 
 namespace zk::agent {
 

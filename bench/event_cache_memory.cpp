@@ -10,8 +10,8 @@
 #include <thread>
 
 #include "bench/eventshape.h"
-#include "messages/messagemgr.h"
-#include "platform/default/logs.h"
+#include "zk_quornex/messages/messagemgr.h"
+#include "zk_quornex/platform/default/logs.h"
 
 namespace zk::bench {
 namespace {

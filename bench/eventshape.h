@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "messages/refcount.h"
-#include "platform/default/configuration.h"
+#include "zk_quornex/messages/refcount.h"
+#include "zk_quornex/platform/default/configuration.h"
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::bench {
 

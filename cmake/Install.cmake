@@ -16,20 +16,21 @@ install(TARGETS zk-agent zk-nms RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 foreach(folder idl names notify messages mo platform)
   install(
-    DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
+    DIRECTORY ${PROJECT_SOURCE_DIR}/zk_quornex/${folder}
     DESTINATION ${ZK_HEADERS}
     FILES_MATCHING
     PATTERN "*.h"
-    REGEX "/default/(immortal|logwriter|sinklist|sinkqueue)\\.h$" EXCLUDE)
+    REGEX "/(default/(immortal|logwriter|sinklist|sinkqueue)|names/(nameparse|pairs|debuglog)|messages/(eventcopy|traceorigin))\\.h$"
+    EXCLUDE)
 endforeach()
 install(
-  DIRECTORY ${PROJECT_BINARY_DIR}/idl/stubs/
+  DIRECTORY ${PROJECT_BINARY_DIR}/zk_quornex/idl/stubs/
   DESTINATION ${ZK_HEADERS}/stubs
   FILES_MATCHING
   PATTERN "*.hh"
   PATTERN "*.h")
 install(
-  DIRECTORY ${PROJECT_SOURCE_DIR}/idl/
+  DIRECTORY ${PROJECT_SOURCE_DIR}/zk_quornex/idl/
   DESTINATION ${CMAKE_INSTALL_DATADIR}/idl/zk_quornex
   FILES_MATCHING
   PATTERN "*.idl")

@@ -8,24 +8,24 @@ target_link_libraries(zk_quornex_contract INTERFACE zk_quornex::idl)
 
 add_library(
   zk_quornex_objects OBJECT
-  names/aidname.cpp
-  names/debuglog.cpp
-  names/mapname.cpp
-  names/nameconvert.cpp
-  names/nameparse.cpp
-  names/pairs.cpp
-  messages/eventcopy.cpp
-  messages/messagecache.cpp
-  messages/messagehandle.cpp
-  messages/messagemgr.cpp
-  messages/msgagent.cpp
-  messages/queueblocks.cpp
-  names/tename.cpp
-  names/tptemplates.cpp
-  notify/debuglog.cpp
-  notify/notification.cpp
-  mo/commonfunc.cpp
-  mo/moadapter.cpp)
+  zk_quornex/names/aidname.cpp
+  zk_quornex/names/debuglog.cpp
+  zk_quornex/names/mapname.cpp
+  zk_quornex/names/nameconvert.cpp
+  zk_quornex/names/nameparse.cpp
+  zk_quornex/names/pairs.cpp
+  zk_quornex/messages/eventcopy.cpp
+  zk_quornex/messages/messagecache.cpp
+  zk_quornex/messages/messagehandle.cpp
+  zk_quornex/messages/messagemgr.cpp
+  zk_quornex/messages/msgagent.cpp
+  zk_quornex/messages/queueblocks.cpp
+  zk_quornex/names/tename.cpp
+  zk_quornex/names/tptemplates.cpp
+  zk_quornex/notify/debuglog.cpp
+  zk_quornex/notify/notification.cpp
+  zk_quornex/mo/commonfunc.cpp
+  zk_quornex/mo/moadapter.cpp)
 target_link_libraries(
   zk_quornex_objects
   PUBLIC zk_quornex::contract zk_ace

@@ -2,8 +2,8 @@
 // pair's name, the rest is the path.
 #include "input.h"
 #include "namechecks.h"
-#include "names/nameparse.h"
 #include "tests/names/parsemodel.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "input.h"
-#include "tests/agent/filter/events.h"
+#include "tests/agent/constraint/events.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 // and numbered names, judged by the model. The first line holds the delimiters
 // of the number list; the rest is the text.
 #include "input.h"
-#include "names/nameparse.h"
 #include "tests/names/parsemodel.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace {
 

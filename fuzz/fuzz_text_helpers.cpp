@@ -1,7 +1,7 @@
 // The helpers that take one piece of text, judged by the model.
 #include "input.h"
-#include "names/nameparse.h"
 #include "tests/names/parsemodel.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace {
 

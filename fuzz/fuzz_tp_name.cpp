@@ -1,8 +1,8 @@
 // Layered termination-point names, judged by the model. The first line holds
 // values that are there before, "key=number;key=number"; the second is the name.
 #include "input.h"
-#include "names/nameparse.h"
 #include "tests/names/parsemodel.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace {
 

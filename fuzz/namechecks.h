@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "names/nameconvert.h"
+#include "zk_quornex/names/nameconvert.h"
 
 namespace zk::fuzz {
 

@@ -1,8 +1,8 @@
 #include <csignal>
 #include <iostream>
 
-#include "nms/app.h"
-#include "nms/interrupts.h"
+#include "nms/commands/app.h"
+#include "nms/wire/interrupts.h"
 
 int main(int argc, char** argv) {
   // A reader that goes away (zk-nms me | head) shows as a failed write; dying

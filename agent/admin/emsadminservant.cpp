@@ -5,7 +5,7 @@
 
 #include "agent/admin/kinds.h"
 #include "agent/admin/mapobjectrequest.h"
-#include "agent/errors.h"
+#include "agent/tmf/errors.h"
 
 namespace zk::agent {
 

@@ -12,8 +12,8 @@
 
 #include "agent/admin/logins.h"
 #include "agent/ems/inventory.h"
-#include "agent/traffic/traffic.h"
-#include "idl/tmf814.h"
+#include "agent/ems/traffic/traffic.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "agent/errors.h"
-#include "agent/log.h"
+#include "agent/base/log.h"
+#include "agent/tmf/errors.h"
 
 namespace zk::agent {
 

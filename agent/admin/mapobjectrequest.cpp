@@ -3,8 +3,8 @@
 #include <map>
 
 #include "agent/admin/kinds.h"
-#include "agent/errors.h"
-#include "agent/log.h"
+#include "agent/base/log.h"
+#include "agent/tmf/errors.h"
 
 namespace zk::agent {
 

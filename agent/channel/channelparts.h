@@ -4,13 +4,13 @@
 
 #include <memory>
 
+#include "agent/base/workers.h"
 #include "agent/channel/eventcache.h"
 #include "agent/channel/losses.h"
 #include "agent/channel/settings.h"
-#include "agent/channel/workers.h"
-#include "agent/filter/constraint.h"
-#include "agent/servanthome.h"
-#include "idl/tmf814.h"
+#include "agent/constraint/constraint.h"
+#include "agent/orb/servanthome.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/services.h"
+#include "zk_quornex/platform/services.h"
 
 namespace zk::agent {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "agent/filter/eventtypes.h"
-#include "agent/log.h"
+#include "agent/base/log.h"
+#include "agent/constraint/eventtypes.h"
 
 namespace zk::agent {
 

@@ -9,8 +9,8 @@
 #include <mutex>
 
 #include "agent/channel/settings.h"
-#include "agent/filter/constraint.h"
-#include "idl/tmf814.h"
+#include "agent/constraint/constraint.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

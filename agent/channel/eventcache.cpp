@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "agent/base/log.h"
 #include "agent/channel/gatefilter.h"
-#include "agent/log.h"
-#include "messages/messagecach.h"
-#include "notify/exceptions.h"
+#include "zk_quornex/messages/messagecach.h"
+#include "zk_quornex/notify/exceptions.h"
 
 namespace zk::agent {
 

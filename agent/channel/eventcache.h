@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "agent/channel/gate.h"
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "platform/timechange.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 

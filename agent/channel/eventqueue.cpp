@@ -4,7 +4,6 @@
 #include <chrono>
 #include <utility>
 
-#include "messages/eventcopy.h"
 
 namespace zk::agent {
 
@@ -48,7 +47,7 @@ CORBA::ULong EventQueue::take(CORBA::ULong most, Batch& batch) {
       batch.length(most);  // at once: each growth copies
     }
     for (CORBA::ULong i = 0; i < count; ++i) {
-      NS_QUORCORBA::moveEvent((*kept.list)[kept.at++], batch[filled++]);
+      batch[filled++] = (*kept.list)[kept.at++];
     }
     gate_->fetched(count);
     if (kept.left() == 0) {

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "agent/base/log.h"
 #include "agent/channel/clientids.h"
-#include "agent/log.h"
-#include "platform/config.h"
-#include "platform/default/bundles.h"
-#include "platform/default/eventsinks.h"
-#include "platform/timechange.h"
+#include "zk_quornex/platform/config.h"
+#include "zk_quornex/platform/default/bundles.h"
+#include "zk_quornex/platform/default/eventsinks.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 

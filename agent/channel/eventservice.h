@@ -9,13 +9,13 @@
 #include <mutex>
 #include <vector>
 
+#include "agent/base/workers.h"
 #include "agent/channel/eventcache.h"
 #include "agent/channel/losses.h"
 #include "agent/channel/sessionchannel.h"
 #include "agent/channel/settings.h"
-#include "agent/channel/workers.h"
-#include "agent/servanthome.h"
-#include "platform/bundle.h"
+#include "agent/orb/servanthome.h"
+#include "zk_quornex/platform/bundle.h"
 
 namespace zk::agent {
 

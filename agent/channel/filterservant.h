@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "agent/channel/constraintlist.h"
-#include "agent/servanthome.h"
-#include "idl/tmf814.h"
+#include "agent/orb/servanthome.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

@@ -9,7 +9,7 @@
 
 #include "agent/channel/gate.h"
 #include "agent/channel/withheld.h"
-#include "messages/filter.h"
+#include "zk_quornex/messages/filter.h"
 
 namespace zk::agent {
 

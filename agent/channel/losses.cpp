@@ -3,9 +3,9 @@
 #include <exception>
 #include <utility>
 
-#include "agent/log.h"
-#include "idl/tmf814.h"
-#include "platform/timechange.h"
+#include "agent/base/log.h"
+#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 

@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "agent/channel/workers.h"
+#include "agent/base/workers.h"
 
 namespace zk::agent {
 

@@ -2,7 +2,7 @@
 #ifndef ZK_AGENT_CHANNEL_OFFEREDTYPES_H
 #define ZK_AGENT_CHANNEL_OFFEREDTYPES_H
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

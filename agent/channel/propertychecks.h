@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "agent/base/log.h"
 #include "agent/channel/clientids.h"
 #include "agent/channel/pusher.h"
-#include "agent/log.h"
 
 namespace zk::agent {
 

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "agent/channel/proxy.h"
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

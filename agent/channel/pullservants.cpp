@@ -2,7 +2,7 @@
 
 #include "agent/channel/proxyservant.h"
 #include "agent/channel/proxyservants.h"
-#include "agent/orb.h"
+#include "agent/orb/orb.h"
 
 namespace zk::agent {
 

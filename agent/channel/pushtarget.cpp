@@ -1,6 +1,6 @@
 #include "agent/channel/pushtarget.h"
 
-#include "agent/orb.h"
+#include "agent/orb/orb.h"
 
 namespace zk::agent {
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "agent/filter/eventtypes.h"
+#include "agent/constraint/eventtypes.h"
 
 namespace zk::agent {
 

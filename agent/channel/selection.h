@@ -10,7 +10,7 @@
 
 #include "agent/channel/constraintlist.h"
 #include "agent/channel/settings.h"
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

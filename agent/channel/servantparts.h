@@ -10,7 +10,7 @@
 #include "agent/channel/filters.h"
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::agent {
 

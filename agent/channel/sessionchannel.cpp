@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "agent/base/log.h"
 #include "agent/channel/channelservant.h"
 #include "agent/channel/filterservant.h"
-#include "agent/log.h"
 
 namespace zk::agent {
 

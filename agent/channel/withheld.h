@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "idl/tmf814.h"
-#include "platform/timechange.h"
+#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 

@@ -3,7 +3,7 @@
 #include <exception>
 #include <iterator>
 
-#include "platform/trace.h"
+#include "zk_quornex/platform/trace.h"
 
 namespace zk::agent {
 

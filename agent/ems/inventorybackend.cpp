@@ -1,7 +1,7 @@
 #include "agent/ems/inventorybackend.h"
 
 #include "agent/ems/emsrequest.h"
-#include "platform/trace.h"
+#include "zk_quornex/platform/trace.h"
 
 namespace zk::agent {
 

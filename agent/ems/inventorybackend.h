@@ -6,7 +6,7 @@
 
 #include "agent/ems/changes.h"
 #include "agent/ems/inventory.h"
-#include "platform/default/emsbackend.h"
+#include "zk_quornex/platform/default/emsbackend.h"
 
 namespace zk::agent {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <variant>
 
-#include "platform/ems.h"
+#include "zk_quornex/platform/ems.h"
 
 namespace zk::agent {
 

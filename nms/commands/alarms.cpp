@@ -1,10 +1,10 @@
 #include <CLI/CLI.hpp>
 
 #include "nms/commands/command.h"
+#include "nms/commands/watchoptions.h"
 #include "nms/events/activealarms.h"
 #include "nms/events/alarmtable.h"
-#include "nms/events/watchoptions.h"
-#include "nms/rowstream.h"
+#include "nms/output/rowstream.h"
 
 namespace zk::nms {
 namespace {

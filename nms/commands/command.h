@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "nms/interrupts.h"
-#include "nms/options.h"
+#include "nms/commands/options.h"
+#include "nms/wire/interrupts.h"
 
 namespace CLI {
 class App;

@@ -1,9 +1,9 @@
 #include <CLI/CLI.hpp>
 
-#include "nms/cells.h"
 #include "nms/commands/command.h"
-#include "nms/connection.h"
-#include "nms/output.h"
+#include "nms/output/cells.h"
+#include "nms/output/output.h"
+#include "nms/wire/connection.h"
 
 namespace zk::nms {
 namespace {

@@ -1,8 +1,8 @@
 #include <CLI/CLI.hpp>
 
 #include "nms/commands/command.h"
+#include "nms/commands/watchoptions.h"
 #include "nms/events/eventrows.h"
-#include "nms/events/watchoptions.h"
 
 namespace zk::nms {
 namespace {

@@ -1,5 +1,5 @@
-#include "nms/cells.h"
 #include "nms/commands/objects.h"
+#include "nms/output/cells.h"
 
 namespace zk::nms {
 namespace {

@@ -1,7 +1,7 @@
 // Nodes, submaps and display links: three commands, alike but for their kind.
-#include "nms/cells.h"
 #include "nms/commands/objects.h"
-#include "nms/topologymap.h"
+#include "nms/output/cells.h"
+#include "nms/wire/topologymap.h"
 
 namespace zk::nms {
 namespace {

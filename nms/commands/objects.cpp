@@ -2,7 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "nms/cells.h"
+#include "nms/output/cells.h"
 
 namespace zk::nms {
 namespace {

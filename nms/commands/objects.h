@@ -8,9 +8,9 @@
 #include <string>
 
 #include "nms/commands/command.h"
-#include "nms/connection.h"
-#include "nms/iterate.h"
-#include "nms/output.h"
+#include "nms/output/output.h"
+#include "nms/wire/connection.h"
+#include "nms/wire/iterate.h"
 
 namespace zk::nms {
 

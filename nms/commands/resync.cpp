@@ -1,12 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "nms/cells.h"
 #include "nms/commands/command.h"
 #include "nms/events/activealarms.h"
-#include "nms/iterate.h"
-#include "nms/output.h"
-#include "nms/topologymap.h"
+#include "nms/output/cells.h"
+#include "nms/output/output.h"
+#include "nms/wire/iterate.h"
+#include "nms/wire/topologymap.h"
 
 namespace zk::nms {
 namespace {

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "nms/commands/command.h"
-#include "nms/target.h"
+#include "nms/wire/target.h"
 
 namespace zk::nms {
 namespace {

@@ -1,7 +1,7 @@
 #include <array>
 
-#include "nms/cells.h"
 #include "nms/commands/objects.h"
+#include "nms/output/cells.h"
 
 namespace zk::nms {
 namespace {

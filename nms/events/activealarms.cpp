@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "nms/cells.h"
-#include "nms/iterate.h"
+#include "nms/output/cells.h"
+#include "nms/wire/iterate.h"
 
 namespace zk::nms {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "nms/connection.h"
 #include "nms/events/alarm.h"
+#include "nms/wire/connection.h"
 
 namespace zk::nms {
 

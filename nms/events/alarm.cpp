@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "nms/errors.h"
 #include "nms/events/times.h"
+#include "nms/wire/errors.h"
 
 namespace zk::nms {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "nms/events/event.h"
-#include "nms/output.h"
+#include "nms/output/output.h"
 
 namespace zk::nms {
 

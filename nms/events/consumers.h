@@ -3,8 +3,8 @@
 #define ZK_NMS_EVENTS_CONSUMERS_H
 
 #define ZK_TMF814_SERVANTS
-#include "idl/tmf814.h"
 #include "nms/events/queue.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::nms {
 

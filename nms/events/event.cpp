@@ -1,7 +1,7 @@
 #include "nms/events/event.h"
 
 #include "nms/events/times.h"
-#include "nms/text.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "nms/events/event.h"
-#include "nms/rowstream.h"
+#include "nms/output/rowstream.h"
 
 namespace zk::nms {
 

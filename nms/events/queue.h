@@ -11,7 +11,7 @@
 #include <string>
 
 #include "nms/events/event.h"
-#include "nms/nmssession.h"
+#include "nms/wire/nmssession.h"
 
 namespace zk::nms {
 

@@ -1,7 +1,7 @@
 #include "nms/events/subscription.h"
 
 #include "nms/events/consumers.h"
-#include "nms/text.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {

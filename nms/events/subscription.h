@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "nms/connection.h"
 #include "nms/events/queue.h"
+#include "nms/wire/connection.h"
 
 namespace zk::nms {
 

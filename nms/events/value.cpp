@@ -1,7 +1,7 @@
 #include "nms/events/value.h"
 
-#include "nms/names.h"
-#include "nms/text.h"
+#include "nms/wire/names.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {

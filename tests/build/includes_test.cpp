@@ -1,4 +1,4 @@
-// Which folder may include which: the direction that data goes, kept by reading
+// Which room may include which: the direction that data goes, kept by reading
 // the sources.
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zk::test {
@@ -21,33 +22,66 @@ const fs::path ROOT = ZK_SOURCE_DIR;
 
 using Places = std::set<std::string>;
 
-// A folder, or one header, that may be included, besides the folder itself. The
-// folder "platform" is the contract alone.
+// A room, or one header, that may be included, besides the room itself and what
+// those may include in turn. A room is a folder without the rooms inside it.
 const std::map<std::string, Places> MAY_INCLUDE = {
-    {"idl", {}},
-    {"platform", {"idl"}},
-    {"platform/default", {"platform", "idl"}},
-    {"names", {"platform", "idl"}},
-    {"notify", {"names", "platform", "idl"}},
-    {"messages", {"notify/exceptions.h", "platform", "idl"}},
-    {"mo", {"names", "notify", "platform", "idl"}},
-    {"agent", {"names", "notify", "messages", "mo", "platform", "platform/default", "idl"}},
-    {"nms", {"idl"}},
+    {"zk_quornex/idl", {}},
+    {"zk_quornex/platform", {"zk_quornex/idl"}},
+    {"zk_quornex/platform/default", {"zk_quornex/platform"}},
+    {"zk_quornex/names", {"zk_quornex/platform"}},
+    {"zk_quornex/notify", {"zk_quornex/names"}},
+    {"zk_quornex/messages", {"zk_quornex/notify/exceptions.h", "zk_quornex/platform"}},
+    {"zk_quornex/mo", {"zk_quornex/names", "zk_quornex/notify"}},
+    {"agent/base", {"zk_quornex/platform", "zk_quornex/platform/default"}},
+    {"agent/orb", {"agent/base"}},
+    {"agent/ems", {"agent/base"}},
+    {"agent/ems/traffic", {"agent/ems"}},
+    {"agent/tmf", {"agent/ems", "agent/base", "zk_quornex/mo"}},
+    {"agent/constraint", {"zk_quornex/idl"}},
+    {"agent/channel", {"agent/constraint", "agent/orb", "zk_quornex/messages"}},
+    {"agent/managers", {"agent/tmf", "agent/ems", "agent/orb"}},
+    {"agent/sessions", {"agent/managers", "agent/channel"}},
+    {"agent/admin", {"agent/sessions", "agent/ems", "agent/ems/traffic", "agent/tmf"}},
+    {"agent/cli", {"agent/sessions", "agent/ems/traffic"}},
+    {"agent", {"agent/cli", "agent/admin"}},
+    {"nms/wire", {"zk_quornex/idl"}},
+    {"nms/output", {"nms/wire"}},
+    {"nms/events", {"nms/output"}},
+    {"nms/commands", {"nms/events"}},
+    {"nms", {"nms/commands"}},
 };
 
-// "platform/default" or the first folder of a path from the root.
+// Of the library, besides what stays here: "nameparse.h" is nobody else's.
+const Places INTERNAL = {
+    "zk_quornex/messages/eventcopy.h",        "zk_quornex/messages/queueblocks.h",
+    "zk_quornex/messages/traceorigin.h",      "zk_quornex/names/debuglog.h",
+    "zk_quornex/names/nameparse.h",           "zk_quornex/names/pairs.h",
+    "zk_quornex/platform/default/immortal.h", "zk_quornex/platform/default/logwriter.h",
+    "zk_quornex/platform/default/sinklist.h", "zk_quornex/platform/default/sinkqueue.h",
+};
+
 std::string folderOf(const std::string& path) {
-  const std::string inside = "platform/default/";
-  if (path.compare(0, inside.size(), inside) == 0) {
-    return "platform/default";
-  }
-  return path.substr(0, path.find('/'));
+  return fs::path(path).parent_path().generic_string();
 }
 
-bool mayInclude(const std::string& folder, const std::string& header) {
-  const Places& places = MAY_INCLUDE.at(folder);
-  return folderOf(header) == folder || places.count(folderOf(header)) != 0 ||
-         places.count(header) != 0;
+bool isLibrary(const std::string& path) { return path.compare(0, 11, "zk_quornex/") == 0; }
+
+// Everything a room may include, the room itself too.
+void collect(const std::string& room, Places& places) {
+  if (places.insert(room).second && MAY_INCLUDE.count(room) != 0) {
+    for (const std::string& place : MAY_INCLUDE.at(room)) {
+      collect(place, places);
+    }
+  }
+}
+
+bool mayInclude(const std::string& room, const std::string& header) {
+  Places places;
+  collect(room, places);
+  if (INTERNAL.count(header) != 0 && !isLibrary(room)) {
+    return false;
+  }
+  return places.count(folderOf(header)) != 0 || places.count(header) != 0;
 }
 
 struct Include {
@@ -73,16 +107,28 @@ void readIncludes(const fs::path& path, std::vector<Include>& includes) {
   }
 }
 
-// Of the whole folder, but "platform" without "platform/default".
-std::vector<Include> includesOf(const std::string& folder) {
+// Of the room alone, without the rooms inside it.
+std::vector<Include> includesOf(const std::string& room) {
   std::vector<Include> includes;
-  for (const auto& entry : fs::recursive_directory_iterator(ROOT / folder)) {
-    const std::string file = entry.path().lexically_relative(ROOT).generic_string();
-    if (entry.is_regular_file() && isSource(entry.path()) && folderOf(file) == folder) {
+  for (const auto& entry : fs::directory_iterator(ROOT / room)) {
+    if (entry.is_regular_file() && isSource(entry.path())) {
       readIncludes(entry.path(), includes);
     }
   }
   return includes;
+}
+
+// Every folder with sources below these, whether the table knows it or not.
+Places rooms() {
+  Places found;
+  for (const char* top : {"zk_quornex", "agent", "nms"}) {
+    for (const auto& entry : fs::recursive_directory_iterator(ROOT / top)) {
+      if (entry.is_regular_file() && isSource(entry.path())) {
+        found.insert(entry.path().parent_path().lexically_relative(ROOT).generic_string());
+      }
+    }
+  }
+  return found;
 }
 
 bool isOurs(const std::string& header) { return fs::exists(ROOT / header); }
@@ -101,7 +147,7 @@ TEST_P(IncludeDirection, isKept) {
 }
 
 TEST_P(IncludeDirection, isToldByPathsFromTheRoot) {
-  if (GetParam() == "idl") {
+  if (GetParam() == "zk_quornex/idl") {
     return;  // includes what is generated from it
   }
   for (const Include& include : includesOf(GetParam())) {
@@ -124,27 +170,74 @@ INSTANTIATE_TEST_SUITE_P(Folders, IncludeDirection, testing::ValuesIn([] {
                            return name;
                          });
 
+TEST(IncludeRules, haveARowForEveryRoom) {
+  Places told;
+  for (const auto& [room, places] : MAY_INCLUDE) {
+    told.insert(room);
+  }
+  EXPECT_EQ(rooms(), told);
+}
+
+TEST(IncludeRules, nameInternalHeadersThatAreThere) {
+  for (const std::string& header : INTERNAL) {
+    EXPECT_TRUE(isOurs(header)) << header;
+  }
+}
+
+// No two rooms may include each other, not even by way of others.
+TEST(IncludeRules, goOneWay) {
+  for (const auto& [room, listed] : MAY_INCLUDE) {
+    for (const std::string& place : listed) {
+      Places beyond;
+      collect(place, beyond);
+      EXPECT_EQ(beyond.count(room), 0U) << room << " and " << place;
+    }
+  }
+}
+
 TEST(IncludeRules, tellTheDirections) {
-  EXPECT_TRUE(mayInclude("names", "names/pairs.h"));
-  EXPECT_TRUE(mayInclude("names", "platform/trace.h"));
-  EXPECT_FALSE(mayInclude("names", "platform/default/logs.h"));
-  EXPECT_FALSE(mayInclude("names", "notify/exceptions.h"));
-  EXPECT_TRUE(mayInclude("messages", "notify/exceptions.h"));
-  EXPECT_FALSE(mayInclude("messages", "notify/notification.h"));
-  EXPECT_FALSE(mayInclude("messages", "names/codes.h"));
-  EXPECT_FALSE(mayInclude("mo", "agent/run.h"));
-  EXPECT_FALSE(mayInclude("nms", "names/nameconvert.h"));
-  EXPECT_FALSE(mayInclude("platform", "platform/default/logs.h"));
-  EXPECT_TRUE(mayInclude("platform/default", "platform/config.h"));
-  EXPECT_FALSE(mayInclude("platform/default", "names/nameconvert.h"));
-  EXPECT_FALSE(mayInclude("agent", "nms/app.h"));
-  EXPECT_FALSE(mayInclude("agent", "tests/support/doubles.h"));
+  const std::vector<std::pair<std::string, std::string>> accepted = {
+      {"zk_quornex/names", "zk_quornex/names/pairs.h"},
+      {"zk_quornex/names", "zk_quornex/platform/trace.h"},
+      {"zk_quornex/messages", "zk_quornex/notify/exceptions.h"},
+      {"zk_quornex/platform/default", "zk_quornex/platform/config.h"},
+      {"agent/sessions", "agent/base/log.h"},
+      {"agent/channel", "zk_quornex/messages/messagecach.h"},
+      {"nms/commands", "nms/wire/orb.h"},
+  };
+  for (const auto& [room, header] : accepted) {
+    EXPECT_TRUE(mayInclude(room, header)) << room << " " << header;
+  }
+  const std::vector<std::pair<std::string, std::string>> refused = {
+      {"zk_quornex/names", "zk_quornex/platform/default/logs.h"},
+      {"zk_quornex/names", "zk_quornex/notify/exceptions.h"},
+      {"zk_quornex/messages", "zk_quornex/notify/notification.h"},
+      {"zk_quornex/messages", "zk_quornex/names/codes.h"},
+      {"zk_quornex/mo", "agent/run.h"},
+      {"zk_quornex/platform", "zk_quornex/platform/default/logs.h"},
+      {"zk_quornex/platform/default", "zk_quornex/names/nameconvert.h"},
+      {"agent/channel", "agent/ems/records.h"},
+      {"agent/channel", "zk_quornex/messages/eventcopy.h"},
+      {"agent/constraint", "agent/base/log.h"},
+      {"agent/ems", "agent/tmf/names.h"},
+      {"agent/orb", "agent/ems/records.h"},
+      {"agent/managers", "agent/channel/channel.h"},
+      {"agent", "nms/commands/app.h"},
+      {"agent", "tests/support/doubles.h"},
+      {"nms/wire", "nms/output/output.h"},
+      {"nms", "zk_quornex/names/nameconvert.h"},
+  };
+  for (const auto& [room, header] : refused) {
+    EXPECT_FALSE(mayInclude(room, header)) << room << " " << header;
+  }
 }
 
 // The library is written against the mapping that all ORBs share.
 TEST(IncludeRules, leaveTheOrbToOneHeader) {
   const std::regex orbHeader("(omniORB4|omniORB3|omnithread|COS|tao|orbsvcs)/?.*");
-  for (const char* folder : {"names", "notify", "messages", "mo", "platform", "platform/default"}) {
+  for (const char* folder :
+       {"zk_quornex/names", "zk_quornex/notify", "zk_quornex/messages", "zk_quornex/mo",
+        "zk_quornex/platform", "zk_quornex/platform/default"}) {
     for (const Include& include : includesOf(folder)) {
       EXPECT_FALSE(std::regex_match(include.header, orbHeader))
           << include.file << " includes " << include.header;

@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

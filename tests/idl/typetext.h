@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

@@ -2,7 +2,7 @@
 // knows them and as they are written.
 #include <gtest/gtest.h>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

@@ -1,5 +1,5 @@
 // The blocks of a client's queue: what they stand for, and that they come back.
-#include "messages/queueblocks.h"
+#include "zk_quornex/messages/queueblocks.h"
 
 #include <gtest/gtest.h>
 

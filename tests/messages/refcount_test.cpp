@@ -1,4 +1,4 @@
-#include "messages/refcount.h"
+#include "zk_quornex/messages/refcount.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@
 #include <thread>
 #include <vector>
 
-#include "messages/messagecach.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/messages/messagecach.h"
 
 namespace zk::test {
 

@@ -8,8 +8,8 @@
 #include <future>
 #include <set>
 
-#include "notify/exceptions.h"
 #include "tests/messages/support.h"
+#include "zk_quornex/notify/exceptions.h"
 
 namespace zk::test {
 namespace {

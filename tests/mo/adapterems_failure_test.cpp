@@ -2,9 +2,9 @@
 // conversion that the adapter calls is this file's: see CMakeLists.txt.
 #include <gtest/gtest.h>
 
-#include "mo/moadapter.h"
-#include "names/nameconvert.h"
 #include "tests/mo/recordtext.h"
+#include "zk_quornex/mo/moadapter.h"
+#include "zk_quornex/names/nameconvert.h"
 
 namespace {
 

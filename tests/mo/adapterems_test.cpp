@@ -1,9 +1,9 @@
 // The record that describes the EMS to the NMS.
 #include <gtest/gtest.h>
 
-#include "mo/moadapter.h"
 #include "tests/mo/recordtext.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/mo/moadapter.h"
 
 namespace zk::test {
 namespace {

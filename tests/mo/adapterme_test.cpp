@@ -5,9 +5,9 @@
 #include <limits>
 #include <string>
 
-#include "mo/moadapter.h"
 #include "tests/mo/recordtext.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/mo/moadapter.h"
 
 namespace zk::test {
 namespace {

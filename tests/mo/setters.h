@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "mo/commonfunc.h"
 #include "tests/support/dump.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/mo/commonfunc.h"
 
 namespace zk::test {
 

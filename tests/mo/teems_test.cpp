@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mo/commonfunc.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/mo/commonfunc.h"
 
 namespace zk::test {
 namespace {

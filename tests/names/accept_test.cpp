@@ -3,9 +3,9 @@
 
 #include <regex>
 
-#include "names/name_visitor.h"
 #include "tests/names/names.h"
 #include "tests/support/debuglogs.h"
+#include "zk_quornex/names/name_visitor.h"
 
 namespace zk::test {
 

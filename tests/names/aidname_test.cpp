@@ -1,5 +1,5 @@
 // AID and DN names: reading and writing the three-level name.
-#include "names/aidname.h"
+#include "zk_quornex/names/aidname.h"
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,14 @@
 // Where failed assertions are written: which log is found, in which order, and
 // how often it is looked for.
-#include "names/debuglog.h"
+#include "zk_quornex/names/debuglog.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
-#include "notify/exceptions.h"
 #include "tests/names/names.h"
 #include "tests/support/debuglogs.h"
+#include "zk_quornex/notify/exceptions.h"
 
 namespace zk::test {
 

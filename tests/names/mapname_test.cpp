@@ -1,6 +1,6 @@
 // The names of the EMS's map: which value texts are read, into which fields,
 // and how they are written.
-#include "names/mapname.h"
+#include "zk_quornex/names/mapname.h"
 
 #include <gtest/gtest.h>
 

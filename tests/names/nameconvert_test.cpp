@@ -1,6 +1,6 @@
 // The converter's two entries: which class the last pair chooses, and what the
 // caller's pointer and list hold afterwards.
-#include "names/nameconvert.h"
+#include "zk_quornex/names/nameconvert.h"
 
 #include <gtest/gtest.h>
 

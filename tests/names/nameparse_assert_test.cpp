@@ -5,9 +5,9 @@
 #include <fstream>
 #include <regex>
 
-#include "names/nameparse.h"
-#include "notify/exceptions.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/names/nameparse.h"
+#include "zk_quornex/notify/exceptions.h"
 
 namespace zk::test {
 namespace {
@@ -60,7 +60,7 @@ class ScopedLogProxy {
 constexpr char OWN_LOG[] = "zk_quor_corbaagent_bundlezk_quorcorba_emf";
 
 std::string sourceLine(const std::string& file, int line) {
-  std::ifstream source(std::string(ZK_SOURCE_DIR) + "/names/" + file + ".cpp");
+  std::ifstream source(std::string(ZK_SOURCE_DIR) + "/zk_quornex/names/" + file + ".cpp");
   std::string text;
   for (int at = 0; at < line && std::getline(source, text); ++at) {
   }

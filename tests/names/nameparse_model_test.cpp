@@ -1,8 +1,8 @@
 // The helpers against a second, independent reading of the same texts.
 #include <gtest/gtest.h>
 
-#include "names/nameparse.h"
 #include "tests/names/parsemodel_generator.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace zk::test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <climits>
 
-#include "names/nameparse.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace NS_QUORCORBA {
 namespace {

@@ -1,7 +1,7 @@
 // Trimming, splitting and key=value paths.
 #include <gtest/gtest.h>
 
-#include "names/nameparse.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace NS_QUORCORBA {
 namespace {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "names/nameconvert.h"
 #include "tests/support/doubles.h"
 #include "tests/support/dump.h"
+#include "zk_quornex/names/nameconvert.h"
 
 namespace zk::test {
 

@@ -1,5 +1,5 @@
 // What the validating visitor accepts, refuses, and traces.
-#include "names/namevalidate.h"
+#include "zk_quornex/names/namevalidate.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include <new>
 
-#include "names/namevalidate.h"
 #include "tests/names/names.h"
+#include "zk_quornex/names/namevalidate.h"
 
 namespace zk::test {
 

@@ -1,5 +1,5 @@
 // The names of the containment tree: what each kind does with its identifier.
-#include "names/tename.h"
+#include "zk_quornex/names/tename.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include <iostream>
 
-#include "names/nameparse.h"
 #include "tests/names/parsemodel_generator.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace zk::test {
 namespace {

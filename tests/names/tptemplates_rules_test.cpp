@@ -1,7 +1,7 @@
 // The rules that the values of a template obey.
 #include <gtest/gtest.h>
 
-#include "names/nameparse.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace NS_QUORCORBA {
 namespace {

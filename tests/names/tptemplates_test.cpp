@@ -2,7 +2,7 @@
 // and what is left after a refusal.
 #include <gtest/gtest.h>
 
-#include "names/nameparse.h"
+#include "zk_quornex/names/nameparse.h"
 
 namespace NS_QUORCORBA {
 namespace {

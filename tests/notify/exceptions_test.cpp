@@ -1,5 +1,5 @@
 // The agent's exceptions: above all what a copy takes from its source.
-#include "notify/exceptions.h"
+#include "zk_quornex/notify/exceptions.h"
 
 #include <cxxabi.h>
 #include <gtest/gtest.h>

@@ -5,9 +5,9 @@
 #include <limits>
 #include <string>
 
-#include "notify/notification.h"
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/notify/notification.h"
 
 namespace zk::test {
 namespace {

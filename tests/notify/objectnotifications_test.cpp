@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "notify/notification.h"
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/notify/notification.h"
 
 namespace zk::test {
 namespace {

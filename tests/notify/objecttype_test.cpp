@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "notify/notification.h"
+#include "zk_quornex/notify/notification.h"
 
 namespace zk::test {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <stdexcept>
 
-#include "notify/notification.h"
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/notify/notification.h"
 
 namespace zk::test {
 namespace {

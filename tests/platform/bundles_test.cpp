@@ -1,4 +1,4 @@
-#include "platform/default/bundles.h"
+#include "zk_quornex/platform/default/bundles.h"
 
 #include <gtest/gtest.h>
 

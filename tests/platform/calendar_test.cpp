@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "platform/timechange.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace NS_QUORCORBA {
 

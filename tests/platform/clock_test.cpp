@@ -1,11 +1,11 @@
-#include "platform/default/clock.h"
+#include "zk_quornex/platform/default/clock.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 
-#include "platform/timechange.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::test {
 namespace {

@@ -1,9 +1,9 @@
-#include "platform/config.h"
+#include "zk_quornex/platform/config.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/default/configuration.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/platform/default/configuration.h"
 
 namespace zk::test {
 namespace {

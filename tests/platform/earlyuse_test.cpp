@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/bundle.h"
-#include "platform/config.h"
-#include "platform/default/eventsinks.h"
-#include "platform/ems.h"
-#include "platform/services.h"
-#include "platform/timechange.h"
-#include "platform/trace.h"
+#include "zk_quornex/platform/bundle.h"
+#include "zk_quornex/platform/config.h"
+#include "zk_quornex/platform/default/eventsinks.h"
+#include "zk_quornex/platform/ems.h"
+#include "zk_quornex/platform/services.h"
+#include "zk_quornex/platform/timechange.h"
+#include "zk_quornex/platform/trace.h"
 
 namespace zk::test {
 namespace {

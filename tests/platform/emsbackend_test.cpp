@@ -1,4 +1,4 @@
-#include "platform/default/emsbackend.h"
+#include "zk_quornex/platform/default/emsbackend.h"
 
 #include <gtest/gtest.h>
 

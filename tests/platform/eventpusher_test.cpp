@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "platform/default/eventsinks.h"
-#include "platform/events.h"
 #include "tests/platform/sinkdoubles.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/platform/default/eventsinks.h"
+#include "zk_quornex/platform/events.h"
 
 namespace zk::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/default/eventsinks.h"
+#include "zk_quornex/platform/default/eventsinks.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/events.h"
 #include "tests/platform/sinkdoubles.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/platform/events.h"
 
 namespace zk::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/default/logs.h"
+#include "zk_quornex/platform/default/logs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/services.h"
+#include "zk_quornex/platform/services.h"
 
 namespace zk::test {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/default/eventsinks.h"
 #include "tests/platform/waiting.h"
+#include "zk_quornex/platform/default/eventsinks.h"
 
 namespace zk::test {
 

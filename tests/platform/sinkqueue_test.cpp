@@ -1,6 +1,6 @@
 // One sink's queue, its rounds taken by hand: no thread unless a test starts it.
 
-#include "platform/default/sinkqueue.h"
+#include "zk_quornex/platform/default/sinkqueue.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

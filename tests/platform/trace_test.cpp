@@ -1,4 +1,4 @@
-#include "platform/trace.h"
+#include "zk_quornex/platform/trace.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "idl/tmf814.h"
-#include "platform/default/bundles.h"
-#include "platform/default/clock.h"
-#include "platform/default/configuration.h"
-#include "platform/default/emsbackend.h"
-#include "platform/default/eventsinks.h"
-#include "platform/default/logs.h"
+#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/platform/default/bundles.h"
+#include "zk_quornex/platform/default/clock.h"
+#include "zk_quornex/platform/default/configuration.h"
+#include "zk_quornex/platform/default/emsbackend.h"
+#include "zk_quornex/platform/default/eventsinks.h"
+#include "zk_quornex/platform/default/logs.h"
 
 namespace zk::test {
 

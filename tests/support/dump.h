@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

@@ -5,9 +5,9 @@
 
 #include "agent/channel/clientids.h"
 #include "agent/channel/gatefilter.h"
-#include "messages/messagecach.h"
 #include "tests/agent/channel/support/clients.h"
 #include "tests/agent/channel/support/lists.h"
+#include "zk_quornex/messages/messagecach.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <thread>
 
-#include "messages/messagecach.h"
 #include "tests/agent/channel/support/clients.h"
+#include "zk_quornex/messages/messagecach.h"
 
 namespace {
 

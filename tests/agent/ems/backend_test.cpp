@@ -7,11 +7,11 @@
 
 #include "agent/ems/emsrequest.h"
 #include "agent/ems/inventorybackend.h"
-#include "mo/commonfunc.h"
-#include "names/nameconvert.h"
-#include "platform/ems.h"
 #include "tests/agent/ems/support.h"
 #include "tests/support/doubles.h"
+#include "zk_quornex/mo/commonfunc.h"
+#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/platform/ems.h"
 
 using namespace zk::agent;
 using testing::ElementsAre;

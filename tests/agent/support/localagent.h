@@ -16,10 +16,10 @@
 #include "agent/channel/eventservice.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
-#include "agent/factoryservant.h"
-#include "agent/sessions.h"
-#include "agent/users.h"
-#include "idl/tmf814.h"
+#include "agent/sessions/factoryservant.h"
+#include "agent/sessions/sessions.h"
+#include "agent/sessions/users.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

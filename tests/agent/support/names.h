@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "idl/tmf814.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

@@ -6,14 +6,14 @@
 #include <string>
 #include <thread>
 
-#include "messages/messagecach.h"
-#include "mo/commonfunc.h"
-#include "mo/moadapter.h"
-#include "names/nameconvert.h"
-#include "names/namevalidate.h"
-#include "notify/exceptions.h"
-#include "notify/notification.h"
 #include "tests/build/consumer/platform.h"
+#include "zk_quornex/messages/messagecach.h"
+#include "zk_quornex/mo/commonfunc.h"
+#include "zk_quornex/mo/moadapter.h"
+#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/namevalidate.h"
+#include "zk_quornex/notify/exceptions.h"
+#include "zk_quornex/notify/notification.h"
 
 namespace {
 

@@ -4,13 +4,13 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/bundle.h"
-#include "platform/config.h"
-#include "platform/ems.h"
-#include "platform/events.h"
-#include "platform/services.h"
-#include "platform/timechange.h"
-#include "platform/trace.h"
+#include "zk_quornex/platform/bundle.h"
+#include "zk_quornex/platform/config.h"
+#include "zk_quornex/platform/ems.h"
+#include "zk_quornex/platform/events.h"
+#include "zk_quornex/platform/services.h"
+#include "zk_quornex/platform/timechange.h"
+#include "zk_quornex/platform/trace.h"
 
 namespace consumer {
 

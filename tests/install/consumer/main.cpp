@@ -2,14 +2,14 @@
 // event cache, and adapt a record.
 #include <iostream>
 
-#include "messages/messagecach.h"
-#include "mo/commonfunc.h"
-#include "mo/moadapter.h"
-#include "names/nameconvert.h"
-#include "names/namevalidate.h"
-#include "notify/exceptions.h"
-#include "notify/notification.h"
-#include "platform/default/configuration.h"
+#include "zk_quornex/messages/messagecach.h"
+#include "zk_quornex/mo/commonfunc.h"
+#include "zk_quornex/mo/moadapter.h"
+#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/namevalidate.h"
+#include "zk_quornex/notify/exceptions.h"
+#include "zk_quornex/notify/notification.h"
+#include "zk_quornex/platform/default/configuration.h"
 
 int main() {
   zk::platform::Configuration configuration;

@@ -12,8 +12,8 @@
 #include <mutex>
 #include <vector>
 
-#include "idl/tmf814.h"
 #include "tests/agent/channel/support/events.h"
+#include "zk_quornex/idl/tmf814.h"
 
 namespace zk::test {
 

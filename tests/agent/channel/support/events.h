@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "agent/channel/eventfields.h"
-#include "idl/tmf814.h"
-#include "platform/events.h"
+#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/platform/events.h"
 
 namespace zk::test {
 

@@ -1,0 +1,72 @@
+#include "agent/base/workers.h"
+
+#include <exception>
+#include <string>
+#include <system_error>
+
+#include "agent/base/log.h"
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::agent {
+
+namespace {
+
+void run(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const CORBA::Exception& failure) {
+    logFailure(std::string("a thread of the event channel failed: ") + failure._name());
+  } catch (const std::exception& failure) {
+    logFailure(std::string("a thread of the event channel failed: ") + failure.what());
+  }
+}
+
+}  // namespace
+
+Workers::~Workers() { stop(); }
+
+bool Workers::start(std::function<void()> work) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  reap();
+  if (stopped_) {
+    return false;
+  }
+  auto over = std::make_shared<std::atomic<bool>>(false);
+  try {
+    std::thread thread([over, kept = std::move(work)]() mutable {
+      run(kept);
+      kept = nullptr;  // what it holds goes before the thread counts as over
+      over->store(true);
+    });
+    workers_.push_back({std::move(thread), over});
+  } catch (const std::system_error& failure) {
+    logFailure(std::string("no thread for the event channel: ") + failure.what());
+    return false;
+  }
+  return true;
+}
+
+void Workers::reap() {
+  for (auto next = workers_.begin(); next != workers_.end();) {
+    if (next->over->load()) {
+      next->thread.join();
+      next = workers_.erase(next);
+    } else {
+      ++next;
+    }
+  }
+}
+
+void Workers::stop() {
+  std::list<Worker> ending;
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    stopped_ = true;
+    ending.swap(workers_);
+  }
+  for (Worker& worker : ending) {
+    worker.thread.join();
+  }
+}
+
+}  // namespace zk::agent

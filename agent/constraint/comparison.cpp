@@ -1,0 +1,102 @@
+#include "agent/constraint/value.h"
+
+namespace zk::agent::etcl {
+
+namespace {
+
+// Below, at or above 0 as left is before, equal to or after right; nothing when
+// neither is so.
+using Order = std::optional<int>;
+
+template <typename T>
+Order orderOf(const T& left, const T& right) {
+  if (left < right) {
+    return -1;
+  }
+  if (left > right) {
+    return 1;
+  }
+  return left == right ? Order(0) : Order();  // not a number has no order
+}
+
+std::optional<CORBA::ULong> ordinalOf(std::string_view label, CORBA::TypeCode_ptr type) {
+  const CORBA::ULong labels = type->member_count();
+  for (CORBA::ULong i = 0; i < labels; ++i) {
+    if (label == type->member_name(i)) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+Order orderOfLabel(const Enumerated& left, std::string_view label) {
+  const auto ordinal = ordinalOf(label, left.type);
+  return ordinal ? orderOf(left.ordinal, *ordinal) : Order();
+}
+
+// std::visit's table: what can be compared with what; everything else cannot.
+struct Ordering {
+  Order operator()(bool left, bool right) const { return orderOf(left, right); }
+  Order operator()(std::int64_t left, std::int64_t right) const { return orderOf(left, right); }
+  Order operator()(long double left, long double right) const { return orderOf(left, right); }
+  Order operator()(std::int64_t left, long double right) const {
+    return orderOf(static_cast<long double>(left), right);
+  }
+  Order operator()(long double left, std::int64_t right) const {
+    return orderOf(left, static_cast<long double>(right));
+  }
+  Order operator()(std::string_view left, std::string_view right) const {
+    return orderOf(left, right);
+  }
+  Order operator()(const Enumerated& left, const Enumerated& right) const {
+    return left.type->equivalent(right.type) ? orderOf(left.ordinal, right.ordinal) : Order();
+  }
+  Order operator()(const Enumerated& left, const Name& right) const {
+    return orderOfLabel(left, right.text);
+  }
+  Order operator()(const Enumerated& left, std::string_view right) const {
+    return orderOfLabel(left, right);
+  }
+  Order operator()(const Enumerated& left, std::int64_t right) const {
+    return orderOf(std::int64_t{left.ordinal}, right);
+  }
+  Order operator()(const Enumerated& left, long double right) const {
+    return orderOf(static_cast<long double>(left.ordinal), right);
+  }
+  template <typename Left, typename Right>
+  Order operator()(const Left& /*left*/, const Right& /*right*/) const {
+    return std::nullopt;
+  }
+};
+
+bool holds(Comparison how, int order) {
+  switch (how) {
+    case Comparison::equal:
+      return order == 0;
+    case Comparison::different:
+      return order != 0;
+    case Comparison::less:
+      return order < 0;
+    case Comparison::lessOrEqual:
+      return order <= 0;
+    case Comparison::greater:
+      return order > 0;
+    case Comparison::greaterOrEqual:
+      return order >= 0;
+  }
+  return false;
+}
+
+}  // namespace
+
+Value compare(Comparison how, const Value& left, const Value& right) {
+  if (const Order order = std::visit(Ordering{}, left, right)) {
+    return holds(how, *order);
+  }
+  if (const Order order = std::visit(Ordering{}, right, left)) {
+    return holds(how, -*order);
+  }
+  return Nothing{};
+}
+
+}  // namespace zk::agent::etcl

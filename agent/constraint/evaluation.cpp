@@ -1,0 +1,112 @@
+#include "agent/constraint/evaluation.h"
+
+#include "agent/constraint/knownany.h"
+
+namespace zk::agent::etcl {
+
+CORBA::TypeCode_ptr withoutAlias(CORBA::TypeCode_ptr type) {
+  CORBA::TypeCode_var bare = CORBA::TypeCode::_duplicate(type);
+  while (bare->kind() == CORBA::tk_alias) {
+    bare = bare->content_type();
+  }
+  return bare._retn();
+}
+
+Evaluation::~Evaluation() {
+  parts_.clear();
+  for (const auto& [any, value] : opened_) {
+    value->destroy();
+  }
+}
+
+Value Evaluation::open(const CORBA::Any& any) {
+  const CORBA::Any* innermost = &any;
+  CORBA::TypeCode_var own = any.type();
+  CORBA::TypeCode_var type = withoutAlias(own);
+  while (type->kind() == CORBA::tk_any) {
+    if (!(*innermost >>= innermost)) {
+      return Nothing{};
+    }
+    own = innermost->type();
+    type = withoutAlias(own);
+  }
+  if (type->kind() == CORBA::tk_null || type->kind() == CORBA::tk_void) {
+    return Nothing{};
+  }
+  const Value known = openKnown(*innermost, type);
+  return isNothing(known) ? openUnknown(*innermost) : known;
+}
+
+Value Evaluation::openUnknown(const CORBA::Any& any) {
+  if (CORBA::is_nil(factory_)) {
+    return Opaque{};
+  }
+  for (const auto& [known, value] : opened_) {
+    if (known == &any) {
+      return open(DynamicAny::DynAny::_duplicate(value));
+    }
+  }
+  DynamicAny::DynAny_var value = factory_->create_dyn_any(any);
+  const auto& kept = opened_.emplace_back(&any, value._retn());
+  return open(DynamicAny::DynAny::_duplicate(kept.second));
+}
+
+Value Evaluation::open(DynamicAny::DynAny_ptr part) {
+  DynamicAny::DynAny_var held = part;
+  CORBA::TypeCode_var own = held->type();
+  CORBA::TypeCode_var type = withoutAlias(own);
+  switch (type->kind()) {
+    case CORBA::tk_any:
+      return open(anys_.emplace_back(held->get_any()).in());
+    case CORBA::tk_enum: {
+      DynamicAny::DynEnum_var label = DynamicAny::DynEnum::_narrow(held);
+      const CORBA::TypeCode_ptr kept = types_.emplace_back(type._retn());
+      return Enumerated{label->get_as_ulong(), kept};
+    }
+    case CORBA::tk_struct:
+    case CORBA::tk_except:
+    case CORBA::tk_union:
+    case CORBA::tk_sequence:
+    case CORBA::tk_array: {
+      const DynamicAny::DynAny_ptr kept = parts_.emplace_back(held._retn());
+      return kept;
+    }
+    default:
+      return simple(held, type->kind());
+  }
+}
+
+Value Evaluation::simple(DynamicAny::DynAny_ptr part, CORBA::TCKind kind) {
+  switch (kind) {
+    case CORBA::tk_string: {
+      CORBA::String_var text = part->get_string();
+      return keep(text.in());
+    }
+    case CORBA::tk_char:
+      return keep(std::string(1, static_cast<char>(part->get_char())));
+    case CORBA::tk_boolean:
+      return bool{part->get_boolean()};
+    case CORBA::tk_octet:
+      return std::int64_t{part->get_octet()};
+    case CORBA::tk_short:
+      return std::int64_t{part->get_short()};
+    case CORBA::tk_ushort:
+      return std::int64_t{part->get_ushort()};
+    case CORBA::tk_long:
+      return std::int64_t{part->get_long()};
+    case CORBA::tk_ulong:
+      return std::int64_t{part->get_ulong()};
+    case CORBA::tk_longlong:
+      return std::int64_t{part->get_longlong()};
+    case CORBA::tk_ulonglong:
+      return unsignedValue(part->get_ulonglong());
+    case CORBA::tk_float:
+      return static_cast<long double>(part->get_float());
+    case CORBA::tk_double:
+      return static_cast<long double>(part->get_double());
+    default:
+      return Opaque{};
+  }
+}
+
+}  // namespace zk::agent::etcl

@@ -1,0 +1,150 @@
+#include "agent/constraint/path.h"
+
+#include "agent/constraint/dynamic.h"
+#include "agent/constraint/records.h"
+#include "agent/constraint/typename.h"
+
+namespace zk::agent::etcl {
+
+namespace {
+
+// A step into a record or a list of the event itself.
+template <typename Place>
+struct Taking {
+  const Place& place;
+  Evaluation& evaluation;
+  static constexpr bool kIsList = records::isList<Place>;
+
+  Value operator()(const Member& step) const {
+    if constexpr (kIsList) {
+      return Nothing{};
+    } else {
+      return records::member(place, step.name, evaluation);
+    }
+  }
+  Value operator()(const Position& step) const {
+    if constexpr (kIsList) {
+      return Nothing{};
+    } else {
+      return records::memberAt(place, step.index, evaluation);
+    }
+  }
+  Value operator()(const Element& step) const {
+    if constexpr (kIsList) {
+      return step.index < place.length() ? Value(&place[step.index]) : Value();
+    } else {
+      return Nothing{};
+    }
+  }
+  Value operator()(const Associated& step) const {
+    if constexpr (kIsList) {
+      return records::associated(place, step.name, evaluation);
+    } else {
+      return Nothing{};
+    }
+  }
+  Value operator()(const Arm& /*step*/) const { return Nothing{}; }
+  Value operator()(Special step) const {
+    if (step == Special::typeId || step == Special::repositoryId) {
+      return typeName(step, records::Layout<Place>::type(), evaluation);
+    }
+    if constexpr (kIsList) {
+      return step == Special::length ? Value(std::int64_t{place.length()}) : Value();
+    } else {
+      return Nothing{};
+    }
+  }
+};
+
+struct Stepping {
+  const Step& step;
+  Evaluation& evaluation;
+
+  template <typename Simple>
+  Value operator()(const Simple& /*value*/) const {
+    return Nothing{};
+  }
+  Value operator()(const Enumerated& value) const {
+    const auto* which = std::get_if<Special>(&step);
+    const bool named =
+        which != nullptr && (*which == Special::typeId || *which == Special::repositoryId);
+    return named ? typeName(*which, value.type, evaluation) : Value();
+  }
+  template <typename Place>
+  Value operator()(const Place* place) const {
+    return std::visit(Taking<Place>{*place, evaluation}, step);
+  }
+  Value operator()(DynamicAny::DynAny_ptr place) const {
+    return dynamic::take(step, place, evaluation);
+  }
+};
+
+struct Length {
+  template <typename Other>
+  std::optional<CORBA::ULong> operator()(const Other& /*value*/) const {
+    return std::nullopt;
+  }
+  template <typename Place>
+  std::optional<CORBA::ULong> operator()(const Place* place) const {
+    if constexpr (records::isList<Place>) {
+      return place->length();
+    } else {
+      return std::nullopt;
+    }
+  }
+  std::optional<CORBA::ULong> operator()(DynamicAny::DynAny_ptr place) const {
+    return dynamic::lengthOf(place);
+  }
+};
+
+Value headerName(std::string_view name, const CosNotification::FixedEventHeader& header) {
+  if (name == "type_name") {
+    return records::textOf(header.event_type.type_name);
+  }
+  if (name == "domain_name") {
+    return records::textOf(header.event_type.domain_name);
+  }
+  return name == "event_name" ? records::textOf(header.event_name) : Value();
+}
+
+}  // namespace
+
+Value take(const Step& step, const Value& from, Evaluation& evaluation) {
+  return std::visit(Stepping{step, evaluation}, from);
+}
+
+std::optional<CORBA::ULong> lengthOf(const Value& list) { return std::visit(Length{}, list); }
+
+Value elementAt(const Value& list, CORBA::ULong index, Evaluation& evaluation) {
+  return take(Element{index}, list, evaluation);
+}
+
+bool showsDefault(const Value& from, Evaluation& evaluation) {
+  const auto* place = std::get_if<DynamicAny::DynAny_ptr>(&from);
+  return place != nullptr && dynamic::showsDefault(*place, evaluation);
+}
+
+Value variable(std::string_view name, Evaluation& evaluation) {
+  const auto& event = evaluation.event();
+  Value found = headerName(name, event.header.fixed_header);
+  if (isNothing(found)) {
+    found = records::associated(event.header.variable_header, name, evaluation);
+  }
+  if (isNothing(found)) {
+    found = records::associated(event.filterable_data, name, evaluation);
+  }
+  return isNothing(found) ? records::member(event, name, evaluation) : found;
+}
+
+Value follow(const Path& path, Evaluation& evaluation) {
+  Value here = path.variable ? variable(*path.variable, evaluation) : Value(&evaluation.event());
+  for (const Step& step : path.steps) {
+    if (isNothing(here)) {
+      break;
+    }
+    here = take(step, here, evaluation);
+  }
+  return here;
+}
+
+}  // namespace zk::agent::etcl

@@ -1,0 +1,233 @@
+#include "agent/ems/traffic/changer.h"
+
+#include <algorithm>
+#include <array>
+
+#include "agent/ems/traffic/numberedtext.h"
+
+namespace zk::agent {
+
+namespace {
+
+constexpr std::array<const char*, 3> OWNERS{{"Veltra", "Northern region", "Southern region"}};
+constexpr std::array<ObjectKind, 4> LABELLED{
+    {ObjectKind::Device, ObjectKind::Link, ObjectKind::Node, ObjectKind::SubMap}};
+
+Labels labelsIn(const DeviceRecord& device) {
+  return {device.userLabel, device.owner, device.name};
+}
+Labels labelsIn(const Labels& labels) { return labels; }
+
+template <class Record>
+std::optional<Labels> labelsIn(const std::optional<Record>& record) {
+  return record ? std::optional<Labels>(labelsIn(*record)) : std::nullopt;
+}
+
+std::optional<Labels> labelsOf(const Inventory& inventory, const ObjectKey& key) {
+  switch (key.kind) {
+    case ObjectKind::Device:
+      return labelsIn(inventory.device(std::stol(key.id)));
+    case ObjectKind::Link:
+      return labelsIn(inventory.link(key.id));
+    case ObjectKind::Node:
+      return labelsIn(inventory.node(key.id));
+    case ObjectKind::SubMap:
+      return labelsIn(inventory.subMap(key.id));
+    default:
+      return std::nullopt;
+  }
+}
+
+long idOf(const ObjectKey& device) { return std::stol(device.id); }
+
+void setNames(DeviceRecord& record, const char* name) { record.name = name; }
+void setNames(Labels& record, const char* name) { record.nativeName = name; }
+
+}  // namespace
+
+Result Changer::step() {
+  struct Weighted {
+    std::size_t weight;
+    Result (Changer::*make)();
+  };
+  static constexpr std::array<Weighted, 7> CHANGES{{{20, &Changer::rename},
+                                                    {25, &Changer::label},
+                                                    {10, &Changer::changeOwner},
+                                                    {16, &Changer::raiseAlarm},
+                                                    {14, &Changer::clearAlarm},
+                                                    {8, &Changer::create},
+                                                    {7, &Changer::remove}}};
+  std::size_t point = chance_.below(100);
+  const auto* chosen = CHANGES.begin();
+  while (point >= chosen->weight) {
+    point -= chosen->weight;
+    ++chosen;
+  }
+  return (this->*chosen->make)();
+}
+
+Result Changer::noted(const ObjectKey& key, Result result) {
+  if (result != Result::Done) {
+    population_.forget(key);
+  }
+  return result;
+}
+
+// --- Attributes ---
+
+Result Changer::setNext(const ObjectKey& key, Attribute attribute) {
+  const std::optional<Labels> labels = labelsOf(inventory_, key);
+  if (!labels) {
+    return noted(key, Result::NoSuchObject);
+  }
+  const std::string& text =
+      attribute == Attribute::NativeName ? labels->nativeName : labels->userLabel;
+  return noted(key, inventory_.setAttribute(key, attribute, nextNumbered(text)));
+}
+
+Result Changer::rename() {
+  const auto& devices = population_.others(ObjectKind::Device);
+  return devices.empty() ? create()
+                         : setNext(ObjectKey(chance_.oneOf(devices)), Attribute::NativeName);
+}
+
+Result Changer::label() {
+  const auto& objects = population_.others(chance_.oneOf(LABELLED));
+  return objects.empty() ? create()
+                         : setNext(ObjectKey(chance_.oneOf(objects)), Attribute::UserLabel);
+}
+
+// Not of its own objects, which it finds again by their owner.
+Result Changer::changeOwner() {
+  const auto& devices = population_.others(ObjectKind::Device);
+  if (devices.empty()) {
+    return create();
+  }
+  const ObjectKey key = chance_.oneOf(devices);
+  const std::optional<Labels> labels = labelsOf(inventory_, key);
+  if (!labels) {
+    return noted(key, Result::NoSuchObject);
+  }
+  std::size_t owner = chance_.below(OWNERS.size());
+  if (labels->owner == OWNERS[owner]) {
+    owner = (owner + 1) % OWNERS.size();
+  }
+  return noted(key, inventory_.setOwner(key, OWNERS[owner]));
+}
+
+// --- Alarms ---
+
+Result Changer::raiseAlarm() {
+  if (alarms_.own().size() >= MOST_TRAFFIC_ALARMS) {
+    return alarms_.clear();
+  }
+  const auto& devices = population_.others(ObjectKind::Device);
+  const bool onTheEms = devices.empty() || chance_.below(12) == 0;
+  if (onTheEms) {
+    return alarms_.raise(0);
+  }
+  const ObjectKey key = chance_.oneOf(devices);
+  return noted(key, alarms_.raise(idOf(key)));
+}
+
+Result Changer::clearAlarm() { return alarms_.own().empty() ? raiseAlarm() : alarms_.clear(); }
+
+// --- Objects of its own ---
+
+template <class Record>
+Result Changer::store(Record record) {
+  const Result result = inventory_.create(record);
+  if (result == Result::Done) {
+    population_.addOwn(keyOf(record));
+  }
+  return result;
+}
+
+template <class Record>
+Result Changer::add(Record record, const char* name) {
+  setNames(record, name);
+  record.owner = TRAFFIC_OWNER;
+  return store(std::move(record));
+}
+
+ObjectKey Changer::anyDevice() { return chance_.oneOf(population_.others(ObjectKind::Device)); }
+
+std::string Changer::anySubMap() {
+  const auto& subMaps = population_.others(ObjectKind::SubMap);
+  return subMaps.empty() ? ROOT_SUBMAP_ID : chance_.oneOf(subMaps).id;
+}
+
+// They refer to others' objects only, so that each of them can go at any time.
+Result Changer::create() {
+  if (population_.own().size() >= MOST_TRAFFIC_OBJECTS) {
+    return remove();
+  }
+  const std::size_t devices = population_.others(ObjectKind::Device).size();
+  const std::size_t links = population_.others(ObjectKind::Link).size();
+  switch (chance_.below(5)) {
+    case 0:
+      return createSubMap();
+    case 1:
+      return devices > 0 ? createNode() : createDevice();
+    case 2:
+      return devices > 1 ? createLink() : createDevice();
+    case 3:
+      return links > 0 ? createPhysicalLink() : createDevice();
+    default:
+      return createDevice();
+  }
+}
+
+Result Changer::createDevice() {
+  DeviceRecord device;
+  device.productName = "Quor QA-8 Access Multiplexer";
+  device.version = "3.1.4";
+  device.location = "not installed yet";
+  device.siteId = anySubMap();
+  return add(std::move(device), "New device");
+}
+
+Result Changer::createSubMap() {
+  SubMapRecord subMap;
+  subMap.parentId = anySubMap();
+  return add(std::move(subMap), "New submap");
+}
+
+Result Changer::createNode() {
+  NodeRecord node;
+  node.parentId = anySubMap();
+  node.deviceId = idOf(anyDevice());
+  return add(std::move(node), "New node");
+}
+
+Result Changer::createLink() {
+  const auto& devices = population_.others(ObjectKind::Device);
+  const std::size_t a = chance_.below(devices.size());
+  const std::size_t z = (a + 1 + chance_.below(devices.size() - 1)) % devices.size();
+  LinkRecord link;
+  link.rate = 20;
+  link.aEnd = {idOf(devices[a]), "/rack=1/shelf=1/slot=30/port=1"};
+  link.zEnd = {idOf(devices[z]), "/rack=1/shelf=1/slot=30/port=2"};
+  return add(std::move(link), "New link");
+}
+
+Result Changer::createPhysicalLink() {
+  PhysicalLinkRecord link;
+  link.linkId = chance_.oneOf(population_.others(ObjectKind::Link)).id;
+  for (std::size_t number = 1; link.id.empty() || inventory_.physicalLink(link.id); ++number) {
+    link.id = TRAFFIC_PHYSICAL_LINK + std::to_string(number);
+  }
+  return store(std::move(link));
+}
+
+Result Changer::remove() {
+  if (population_.own().empty()) {
+    return create();
+  }
+  const ObjectKey key = chance_.oneOf(population_.own());
+  const Result result = inventory_.remove(key);
+  population_.forget(key);
+  return result;
+}
+
+}  // namespace zk::agent

@@ -1,0 +1,40 @@
+// What the managers' list operations answer from: a snapshot of the ids, and
+// the records fetched page by page from the inventory, which must outlive the
+// lists. No state of their own; any thread may call.
+//
+// The EMS has one subnetwork, which holds every element and every link; links
+// are named directly beneath the EMS and are therefore also its top-level ones.
+#ifndef ZK_AGENT_MANAGERS_QUERIES_H
+#define ZK_AGENT_MANAGERS_QUERIES_H
+
+#include "agent/ems/inventory.h"
+#include "agent/managers/pagedlist.h"
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::agent {
+
+PagedList<managedElement::ManagedElementList_T> allElements(const Inventory& inventory);
+PagedList<globaldefs::NamingAttributesList_T> allElementNames(const Inventory& inventory);
+PagedList<topologicalLink::TopologicalLinkList_T> allLinks(const Inventory& inventory);
+PagedList<globaldefs::NamingAttributesList_T> allLinkNames(const Inventory& inventory);
+PagedList<multiLayerSubnetwork::SubnetworkList_T> allSubnetworks(const Inventory& inventory);
+PagedList<globaldefs::NamingAttributesList_T> allSubnetworkNames(const Inventory& inventory);
+
+// One object by the name a client gave. Throw Refusal.
+managedElement::ManagedElement_T elementNamed(const Inventory& inventory,
+                                              const globaldefs::NVSList_T& name);
+topologicalLink::TopologicalLink_T linkNamed(const Inventory& inventory,
+                                             const globaldefs::NVSList_T& name);
+multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& inventory,
+                                                             const globaldefs::NVSList_T& name);
+
+// The element's id, when there is one of this name. Throws Refusal.
+long existingDeviceId(const Inventory& inventory, const globaldefs::NVSList_T& name);
+
+// The subnetwork that holds the element of this name.
+globaldefs::NVSList_T subnetworkNameOfElement(const Inventory& inventory,
+                                              const globaldefs::NVSList_T& name);
+
+}  // namespace zk::agent
+
+#endif

@@ -1,0 +1,208 @@
+#include "agent/orb/orb.h"
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "agent/base/log.h"
+#include "agent/orb/listencheck.h"
+
+#if defined(ZK_ORB_TAO)
+#include <tao/IORTable/IORTable.h>
+#include <tao/Messaging/Messaging.h>
+#include <tao/TimeBaseC.h>
+#endif
+
+namespace zk::agent {
+
+namespace {
+
+[[noreturn]] void failToListen(const Endpoint& endpoint, const std::string& otherwise) {
+  const std::string why = whyNotListening(endpoint);
+  throw ListenError("cannot listen on " + textOf(endpoint) + ": " +
+                    (why.empty() ? otherwise : why));
+}
+
+bool isEverywhere(const Endpoint& endpoint) {
+  return endpoint.host.empty() || endpoint.host == "*" || endpoint.host == "0.0.0.0" ||
+         endpoint.host == "::";
+}
+
+PortableServer::POA_ptr rootAdapter(CORBA::ORB_ptr orb) {
+  const CORBA::Object_var object = orb->resolve_initial_references("RootPOA");
+  return PortableServer::POA::_narrow(object.in());
+}
+
+PortableServer::POA_ptr makeSessionAdapter(PortableServer::POA_ptr root) {
+  CORBA::PolicyList policies;
+  policies.length(3);
+  policies[0] = root->create_id_assignment_policy(PortableServer::SYSTEM_ID);
+  policies[1] = root->create_implicit_activation_policy(PortableServer::NO_IMPLICIT_ACTIVATION);
+  policies[2] = root->create_servant_retention_policy(PortableServer::RETAIN);
+  const PortableServer::POAManager_var manager = root->the_POAManager();
+  PortableServer::POA_var adapter = root->create_POA("sessions", manager.in(), policies);
+  for (CORBA::ULong i = 0; i < policies.length(); ++i) {
+    policies[i]->destroy();
+  }
+  return adapter._retn();
+}
+
+#if defined(ZK_ORB_TAO)
+
+std::string endpointOption(const Endpoint& endpoint) {
+  const std::string port = std::to_string(endpoint.port);
+  return isEverywhere(endpoint) ? "iiop://:" + port : "iiop://" + textOf(endpoint);
+}
+
+CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
+  std::vector<std::string> texts = {"zk-agent", "-ORBListenEndpoints", endpointOption(endpoint)};
+  std::vector<char*> arguments;
+  for (std::string& text : texts) {
+    arguments.push_back(text.data());
+  }
+  int count = static_cast<int>(arguments.size());
+  return CORBA::ORB_init(count, arguments.data());
+}
+
+std::vector<std::thread>& workers() {
+  static std::vector<std::thread> threads;
+  return threads;
+}
+
+void startServing(CORBA::ORB_ptr orb) {
+  for (int i = 0; i < 8; ++i) {
+    workers().emplace_back([kept = CORBA::ORB_var(CORBA::ORB::_duplicate(orb))] { kept->run(); });
+  }
+}
+
+void stopServing() {
+  for (std::thread& worker : workers()) {
+    worker.join();
+  }
+  workers().clear();
+}
+
+std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
+                         PortableServer::Servant servant) {
+  const PortableServer::POA_var root = rootAdapter(orb);
+  const PortableServer::ObjectId_var id = root->activate_object(servant);
+  const CORBA::Object_var reference = root->id_to_reference(id.in());
+  const CORBA::String_var text = orb->object_to_string(reference.in());
+  const CORBA::Object_var object = orb->resolve_initial_references("IORTable");
+  const IORTable::Table_var table = IORTable::Table::_narrow(object.in());
+  table->bind(key.c_str(), text.in());
+  return text.in();
+}
+
+#else
+
+// Messages of the ORB join the agent's log instead of standard error.
+void writeOrbMessage(const char* message) {
+  std::string text(message);
+  while (!text.empty() && text.back() == '\n') {
+    text.pop_back();
+  }
+  logFailure(text);
+}
+
+std::string endpointOption(const Endpoint& endpoint) {
+  const std::string port = std::to_string(endpoint.port);
+  return isEverywhere(endpoint) ? "giop:tcp::" + port : "giop:tcp:" + textOf(endpoint);
+}
+
+CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
+  const std::string where = endpointOption(endpoint);
+  const char* options[][2] = {{"endPoint", where.c_str()},
+                              {"supportBootstrapAgent", "0"},
+                              {"giopMaxMsgSize", "4194304"},
+                              {"traceLevel", "1"},
+                              {nullptr, nullptr}};
+  omniORB::setLogFunction(writeOrbMessage);
+  int count = 0;
+  return CORBA::ORB_init(count, nullptr, "omniORB4", options);
+}
+
+// Its own threads serve as soon as the adapters' manager is active.
+void startServing(CORBA::ORB_ptr) {}
+void stopServing() {}
+
+// The adapter whose object ids are the whole key in the reference.
+std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
+                         PortableServer::Servant servant) {
+  const CORBA::Object_var object = orb->resolve_initial_references("omniINSPOA");
+  const PortableServer::POA_var adapter = PortableServer::POA::_narrow(object.in());
+  const PortableServer::ObjectId_var id = PortableServer::string_to_ObjectId(key.c_str());
+  adapter->activate_object_with_id(id.in(), servant);
+  const PortableServer::POAManager_var manager = adapter->the_POAManager();
+  manager->activate();
+  const CORBA::Object_var reference = adapter->id_to_reference(id.in());
+  return CORBA::String_var(orb->object_to_string(reference.in())).in();
+}
+
+#endif
+
+}  // namespace
+
+Orb::Orb(const Endpoint& endpoint) {
+  try {
+    orb_ = startOrb(endpoint);
+    const PortableServer::POA_var root = rootAdapter(orb_.in());
+    sessions_ = makeSessionAdapter(root.in());
+  } catch (const CORBA::SystemException& failure) {
+    if (!CORBA::is_nil(orb_.in())) {
+      orb_->destroy();
+    }
+    failToListen(endpoint, failure._name());
+  }
+}
+
+Orb::~Orb() {
+  stop();
+  sessions_ = PortableServer::POA::_nil();
+  orb_->destroy();
+}
+
+std::string Orb::publish(const std::string& key, PortableServer::Servant servant) {
+  return publishUnder(orb_.in(), key, servant);
+}
+
+void Orb::stop() {
+  if (!stopped_) {
+    stopped_ = true;
+    orb_->shutdown(true);
+    stopServing();
+  }
+}
+
+void Orb::serve() {
+  const PortableServer::POA_var root = rootAdapter(orb_.in());
+  const PortableServer::POAManager_var manager = root->the_POAManager();
+  manager->activate();
+  startServing(orb_.in());
+}
+
+#if defined(ZK_ORB_TAO)
+
+CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
+  int count = 0;
+  const CORBA::ORB_var orb = CORBA::ORB_init(count, nullptr);
+  CORBA::Any value;
+  value <<= static_cast<TimeBase::TimeT>(limit.count() * 10000);  // units of 100 ns
+  CORBA::PolicyList policies;
+  policies.length(1);
+  policies[0] = orb->create_policy(Messaging::RELATIVE_RT_TIMEOUT_POLICY_TYPE, value);
+  CORBA::Object_var result = object->_set_policy_overrides(policies, CORBA::ADD_OVERRIDE);
+  policies[0]->destroy();
+  return result._retn();
+}
+
+#else
+
+CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
+  omniORB::setClientCallTimeout(object, static_cast<CORBA::ULong>(limit.count()));
+  return CORBA::Object::_duplicate(object);
+}
+
+#endif
+
+}  // namespace zk::agent

@@ -1,0 +1,67 @@
+// The ORB: its endpoint, the well-known key of the factory, time limits of
+// calls. orb.cpp is the one place of the agent that knows which ORB it is.
+#ifndef ZK_AGENT_ORB_ORB_H
+#define ZK_AGENT_ORB_ORB_H
+
+#ifndef ZK_TMF814_SERVANTS
+#define ZK_TMF814_SERVANTS
+#endif
+
+#include <chrono>
+#include <stdexcept>
+#include <string>
+
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::agent {
+
+// host may be a name or an address; "*" or an empty one means every interface.
+// Port 0 means any free one: clients then find the agent by its reference only.
+struct Endpoint {
+  std::string host = "127.0.0.1";
+  unsigned short port = 5814;
+};
+
+// HOST:PORT, [ADDRESS]:PORT for IPv6. Throws std::invalid_argument.
+Endpoint parseEndpoint(const std::string& text);
+std::string textOf(const Endpoint& endpoint);
+
+class ListenError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+class Orb {
+ public:
+  // Binds the endpoint; nothing is served yet. Throws ListenError, saying why,
+  // when it cannot. One at a time in a process.
+  explicit Orb(const Endpoint& endpoint);
+  ~Orb();
+  Orb(const Orb&) = delete;
+  Orb& operator=(const Orb&) = delete;
+
+  // Where sessions put their servants: system ids, retained.
+  PortableServer::POA_ptr sessionAdapter() const { return sessions_.in(); }
+
+  // Makes the servant reachable as corbaloc:iiop:HOST:PORT/key and returns its
+  // stringified reference. The caller keeps its own reference to the servant.
+  std::string publish(const std::string& key, PortableServer::Servant servant);
+
+  void serve();
+  // Waits for requests in progress; none begins afterwards, and the adapter and
+  // its servants are gone. Calls to others are still possible before it only.
+  void stop();
+
+ private:
+  CORBA::ORB_var orb_;
+  PortableServer::POA_var sessions_;
+  bool stopped_ = false;
+};
+
+// The same object, through a reference whose calls fail with TIMEOUT after this
+// long. The caller owns the result.
+CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit);
+
+}  // namespace zk::agent
+
+#endif

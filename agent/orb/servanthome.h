@@ -1,0 +1,47 @@
+// The servants of one session: made reachable here, and taken away again one by
+// one or all at once. Safe on any thread.
+#ifndef ZK_AGENT_ORB_SERVANTHOME_H
+#define ZK_AGENT_ORB_SERVANTHOME_H
+
+#ifndef ZK_TMF814_SERVANTS
+#define ZK_TMF814_SERVANTS
+#endif
+
+#include <map>
+#include <mutex>
+
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::agent {
+
+class ServantHome {
+ public:
+  using Ticket = unsigned long;
+
+  // The adapter gives out system ids and retains servants; it keeps one
+  // reference to each until the servant's last request is done.
+  explicit ServantHome(PortableServer::POA_ptr poa);
+
+  // Makes the servant reachable and stores its ticket, which is never 0. The
+  // caller keeps its own reference to the servant and owns the result. Throws
+  // CORBA::OBJECT_NOT_EXIST once the home is closed.
+  CORBA::Object_ptr open(PortableServer::Servant servant, Ticket& ticket);
+
+  // Further requests get OBJECT_NOT_EXIST; those in progress finish. An unknown
+  // ticket is fine.
+  void close(Ticket ticket);
+  void closeAll();
+
+ private:
+  void deactivate(const PortableServer::ObjectId& id);
+
+  const PortableServer::POA_var poa_;
+  std::mutex mutex_;  // never held during a call into the adapter that may end a servant
+  std::map<Ticket, PortableServer::ObjectId> open_;
+  Ticket last_ = 0;
+  bool closed_ = false;
+};
+
+}  // namespace zk::agent
+
+#endif

@@ -1,0 +1,141 @@
+#include "agent/sessions/sessions.h"
+
+#include "agent/base/log.h"
+#include "agent/channel/eventservice.h"
+#include "agent/sessions/nmscalls.h"
+#include "agent/tmf/errors.h"
+
+namespace zk::agent {
+
+namespace {
+
+constexpr std::chrono::milliseconds lossCallLimit{5000};
+
+Paging pagingOf(const std::shared_ptr<ServantHome>& servants, const Limits& limits,
+                const SteadyClock& clock) {
+  return {std::make_shared<OpenIterators>(servants, limits, clock), limits.page};
+}
+
+std::string describe(const Session& session) {
+  return "session " + std::to_string(session.id) + " of '" + printable(session.user.c_str()) + "'";
+}
+
+void close(Session& session, const std::string& why) {
+  session.close();
+  logCourse(describe(session) + " ended: " + why);
+}
+
+}  // namespace
+
+Session::Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
+                 PortableServer::POA_ptr poa, const Limits& limits, const SteadyClock& clock)
+    : id(number),
+      user(std::move(userName)),
+      client(nmsSession::NmsSession_I::_duplicate(nms)),
+      servants(std::make_shared<ServantHome>(poa)),
+      paging(pagingOf(servants, limits, clock)) {}
+
+std::shared_ptr<SessionChannel> Session::channel(EventService& events) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (closed_) {
+    throw CORBA::OBJECT_NOT_EXIST();
+  }
+  if (!channel_) {
+    channel_ = events.open(id, servants, std::make_shared<NmsCalls>(client.in(), lossCallLimit));
+  }
+  return channel_;
+}
+
+void Session::close() {
+  std::shared_ptr<SessionChannel> closing;
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    closed_ = true;
+    closing.swap(channel_);
+  }
+  if (closing) {
+    closing->close();
+  }
+  servants->closeAll();
+}
+
+Sessions::Sessions(PortableServer::POA_ptr poa, const Limits& limits, SteadyClock clock)
+    : poa_(PortableServer::POA::_duplicate(poa)), limits_(limits), clock_(std::move(clock)) {}
+
+std::shared_ptr<Session> Sessions::begin(const std::string& user,
+                                         nmsSession::NmsSession_I_ptr client) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (stopping_) {
+    throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent is stopping");
+  }
+  if (sessions_.size() >= limits_.sessions) {
+    throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent serves " +
+                                                           std::to_string(limits_.sessions) +
+                                                           " sessions already, the most it may");
+  }
+  auto session = std::make_shared<Session>(++lastId_, user, client, poa_.in(), limits_, clock_);
+  sessions_.emplace(session->id, session);
+  logCourse(describe(*session) + " began");
+  return session;
+}
+
+nmsSession::NmsSession_I_var Sessions::end(long id, const std::string& why) {
+  std::map<long, std::shared_ptr<Session>>::node_type ending;
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    ending = sessions_.extract(id);
+  }
+  if (ending.empty()) {
+    return nmsSession::NmsSession_I::_nil();
+  }
+  close(*ending.mapped(), why);
+  return ending.mapped()->client;
+}
+
+std::vector<nmsSession::NmsSession_I_var> Sessions::endAll(const std::string& why) {
+  std::map<long, std::shared_ptr<Session>> ending;
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    stopping_ = true;
+    ending.swap(sessions_);
+  }
+  std::vector<nmsSession::NmsSession_I_var> clients;
+  for (const auto& [id, session] : ending) {
+    close(*session, why);
+    clients.push_back(session->client);
+  }
+  return clients;
+}
+
+std::size_t Sessions::reapIterators() {
+  std::size_t reaped = 0;
+  for (const auto& session : all()) {
+    const std::size_t count = session->paging.iterators->reap();
+    if (count != 0) {
+      logCourse(describe(*session) + ": " + std::to_string(count) + " idle iterators destroyed");
+    }
+    reaped += count;
+  }
+  return reaped;
+}
+
+std::size_t Sessions::count() const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return sessions_.size();
+}
+
+bool Sessions::isAlive(long id) const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return sessions_.count(id) != 0;
+}
+
+std::vector<std::shared_ptr<Session>> Sessions::all() const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  std::vector<std::shared_ptr<Session>> result;
+  for (const auto& [id, session] : sessions_) {
+    result.push_back(session);
+  }
+  return result;
+}
+
+}  // namespace zk::agent

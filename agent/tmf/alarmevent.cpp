@@ -1,0 +1,100 @@
+#include "agent/tmf/alarmevent.h"
+
+#include "agent/tmf/internalnames.h"
+#include "zk_quornex/platform/config.h"
+#include "zk_quornex/platform/default/clock.h"
+#include "zk_quornex/platform/events.h"
+
+namespace zk::agent {
+
+namespace {
+
+constexpr CORBA::Short LAYER_NOT_APPLICABLE = 1;
+
+constexpr CORBA::ULong PROPERTY_COUNT = 17;
+
+// Fills the filterable properties in order.
+class Properties {
+ public:
+  explicit Properties(CosNotification::PropertySeq& properties) : properties_(properties) {
+    properties_.length(PROPERTY_COUNT);
+  }
+
+  template <class Value>
+  void add(const char* name, const Value& value) {
+    next(name) <<= value;
+  }
+  void addText(const char* name, const std::string& text) { next(name) <<= text.c_str(); }
+  void addBoolean(const char* name, bool value) { next(name) <<= CORBA::Any::from_boolean(value); }
+
+ private:
+  CORBA::Any& next(const char* name) {
+    CosNotification::Property& property = properties_[filled_++];
+    property.name = CORBA::string_dup(name);
+    return property.value;
+  }
+
+  CosNotification::PropertySeq& properties_;
+  CORBA::ULong filled_ = 0;
+};
+
+bool isAboutTheEms(const AlarmRecord& alarm) { return alarm.deviceId == 0; }
+
+ObjectRecord objectOf(const AlarmRecord& alarm) {
+  if (isAboutTheEms(alarm)) {
+    return EmsRecord();
+  }
+  DeviceRecord device;
+  device.id = alarm.deviceId;
+  return device;
+}
+
+void addObject(Properties& properties, const AlarmRecord& alarm, const std::string& nativeName) {
+  properties.addText("notificationId", std::to_string(alarm.id));
+  properties.add("objectName", nmsNameOf(objectOf(alarm)));
+  properties.addText("nativeEMSName", nativeName);
+  properties.addText("nativeProbableCause", alarm.nativeProbableCause);
+  properties.add("objectType",
+                 isAboutTheEms(alarm) ? notifications::OT_EMS : notifications::OT_MANAGED_ELEMENT);
+}
+
+void addCondition(Properties& properties, const AlarmRecord& alarm) {
+  properties.addBoolean("isClearable", true);
+  properties.add("layerRate", LAYER_NOT_APPLICABLE);
+  properties.addText("probableCause", alarm.probableCause);
+  properties.addText("probableCauseQualifier", alarm.qualifier);
+  properties.add("perceivedSeverity",
+                 static_cast<notifications::PerceivedSeverity_T>(alarm.severity));
+  properties.add("serviceAffecting", notifications::SA_UNKNOWN);
+  properties.add("affectedTPList", globaldefs::NamingAttributesList_T());
+  properties.addText("additionalText", alarm.additionalText);
+  properties.add("additionalInfo", globaldefs::NVSList_T());
+}
+
+}  // namespace
+
+CosNotification::StructuredEvent alarmEvent(const AlarmRecord& alarm, const std::string& nativeName,
+                                            const AlarmTimes& times) {
+  CosNotification::StructuredEvent event;
+  NS_CORBA::fillFixedHeader("NT_ALARM", event);
+  Properties properties(event.filterable_data);
+  addObject(properties, alarm, nativeName);
+  properties.addText("emsTime", times.ems);
+  properties.addText("neTime", times.ne);
+  addCondition(properties, alarm);
+  properties.addText("objectTypeQualifier", isAboutTheEms(alarm) ? "EMS" : "ManagedElement");
+  return event;
+}
+
+std::string timeRaised(const AlarmRecord& alarm) { return zk::platform::timeText(alarm.raisedAt); }
+
+std::string nativeNameOf(const Inventory& inventory, const AlarmRecord& alarm) {
+  if (isAboutTheEms(alarm)) {
+    const std::string stored = inventory.ems().nativeName;
+    return stored.empty() ? NS_CORBA::CorbaBaseAgentConfig::Instance()->EmsName() : stored;
+  }
+  const auto device = inventory.device(alarm.deviceId);
+  return device ? device->name : "";
+}
+
+}  // namespace zk::agent

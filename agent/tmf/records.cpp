@@ -1,0 +1,67 @@
+#include "agent/tmf/records.h"
+
+#include "agent/tmf/errors.h"
+#include "agent/tmf/objectnames.h"
+#include "zk_quornex/mo/moadapter.h"
+
+namespace zk::agent {
+
+namespace {
+
+template <class Text>
+void putOver(Text&& member, const std::string& stored) {
+  if (!stored.empty()) {
+    member = CORBA::string_dup(stored.c_str());
+  }
+}
+
+template <class Record>
+void setLabels(Record& record, const Labels& labels) {
+  record.userLabel = CORBA::string_dup(labels.userLabel.c_str());
+  record.nativeEMSName = CORBA::string_dup(labels.nativeName.c_str());
+  record.owner = CORBA::string_dup(labels.owner.c_str());
+}
+
+}  // namespace
+
+emsMgr::EMS_T emsOf(const EmsRecord& record) {
+  emsMgr::EMS_T ems;
+  const unsigned long code = NS_QUORCORBA::CAMOAdapter::AdapterEms(ems);
+  if (code != 0) {
+    throw refusalOf(code, ems.name);
+  }
+  putOver(ems.userLabel, record.userLabel);
+  putOver(ems.nativeEMSName, record.nativeName);
+  putOver(ems.owner, record.owner);
+  return ems;
+}
+
+unsigned long fillElement(const DeviceRecord& record, managedElement::ManagedElement_T& element) {
+  const unsigned long code = NS_QUORCORBA::CAMOAdapter::AdapterMe(record, element);
+  if (code == 0) {
+    putOver(element.userLabel, record.userLabel);
+    putOver(element.owner, record.owner);
+  }
+  return code;
+}
+
+multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord& record) {
+  multiLayerSubnetwork::MultiLayerSubnetwork_T subnetwork;
+  subnetwork.name = nameOfSubnetwork(record.id);
+  setLabels(subnetwork, record);
+  subnetwork.subnetworkType = static_cast<multiLayerSubnetwork::Topology_T>(record.topology);
+  return subnetwork;
+}
+
+topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record) {
+  topologicalLink::TopologicalLink_T link;
+  link.name = nameOfLink(record.id);
+  setLabels(link, record);
+  link.direction = record.direction == 0 ? globaldefs::CD_UNI : globaldefs::CD_BI;
+  link.rate = record.rate;
+  link.aEndTP = nameOfPort(record.aEnd);
+  link.zEndTP = nameOfPort(record.zEnd);
+  return link;
+}
+
+}  // namespace zk::agent

@@ -1,0 +1,79 @@
+// A session at the agent, from login to logout.
+#ifndef ZK_NMS_WIRE_CONNECTION_H
+#define ZK_NMS_WIRE_CONNECTION_H
+
+#include <string>
+
+#include "nms/wire/errors.h"
+#include "nms/wire/interrupts.h"
+#include "nms/wire/nmssession.h"
+#include "nms/wire/orb.h"
+
+namespace zk::nms {
+
+// Which agent, and as whom.
+struct Access {
+  std::string agent = "corbaloc:iiop:127.0.0.1:5814/EmsSessionFactory";
+  std::string user;  // empty: no authentication offered
+  std::string password;
+  unsigned timeout = 30;               // seconds for one call to the agent
+  std::string callback = "127.0.0.1";  // where the agent calls back: HOST or HOST:PORT
+};
+
+// One at a time in a process. Any thread may use it.
+class Connection {
+ public:
+  // Logs in. Throws UsageError, ConnectionError, or the agent's
+  // ProcessingFailureException when it refuses the login. While it lives, an
+  // interrupt logs out too. A null listener hears nothing; another must
+  // outlive this.
+  Connection(const Access& access, Interrupts& interrupts, SessionListener* listener = nullptr);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  emsSession::EmsSession_I_ptr session() const { return session_.in(); }
+
+  // Whether the agent has ended the session.
+  bool endedByAgent() const { return nmsSession_->ended(); }
+
+  // For the callbacks that commands offer to the agent.
+  Orb& orb() { return orb_; }
+
+  // Throws the agent's refusal, or RefusedError when what it hands out is not
+  // a Manager.
+  template <class Manager>
+  typename Manager::_var_type manager(const char* name) {
+    common::Common_I_var common;
+    session_->getManager(name, common.out());
+    typename Manager::_var_type manager = Manager::_narrow(common.in());
+    if (CORBA::is_nil(manager.in())) {
+      throw RefusedError(std::string("the EMS has no usable manager \"") + name + "\"");
+    }
+    return manager;
+  }
+
+  emsMgr::EMSMgr_I_var emsManager() { return manager<emsMgr::EMSMgr_I>("EMS"); }
+
+  // An argument of the command line as a name: a full name as it was typed, a
+  // bare id as the object of this kind ("ManagedElement", …) in this EMS.
+  globaldefs::NVSList_T objectName(const std::string& argument, const char* kind);
+
+ private:
+  void logIn(const Access& access);
+  void logOut();
+
+  const std::string reference_;  // before the ORB: a bad one need not start it
+  Orb orb_;
+  PortableServer::Servant_var<NmsSession> nmsSession_;
+  emsSession::EmsSession_I_var session_;
+  Interrupts& interrupts_;
+};
+
+// Throws UsageError for an argument that objectName could not read, so that
+// nobody logs in for nothing.
+void checkArgument(const std::string& argument);
+
+}  // namespace zk::nms
+
+#endif

@@ -1,0 +1,70 @@
+#include "nms/wire/interrupts.h"
+
+#include <unistd.h>
+
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::nms {
+namespace {
+
+// Wakes the watcher when the program ends by itself; nobody else sends it.
+constexpr int kWakeUp = SIGUSR2;
+
+bool isIgnored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+}  // namespace
+
+void Interrupts::beforeExit(std::function<void()> cleanUp) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  cleanUp_ = std::move(cleanUp);
+}
+
+void Interrupts::cleanUp() {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (cleanUp_) {
+    cleanUp_();
+  }
+}
+
+SignalInterrupts::SignalInterrupts() {
+  sigemptyset(&signals_);
+  sigaddset(&signals_, kWakeUp);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (!isIgnored(signal)) {
+      sigaddset(&signals_, signal);
+    }
+  }
+  pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
+  watcher_ = std::thread([this] { watch(); });
+}
+
+SignalInterrupts::~SignalInterrupts() {
+  stopping_ = true;
+  pthread_kill(watcher_.native_handle(), kWakeUp);
+  watcher_.join();
+}
+
+void SignalInterrupts::watch() {
+  while (!stopping_) {
+    int signal = 0;
+    if (sigwait(&signals_, &signal) == 0 && signal != kWakeUp) {
+      end(signal);
+    }
+  }
+}
+
+void SignalInterrupts::end(int signal) {
+  pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);  // a second one does not wait for us
+  try {
+    cleanUp();
+  } catch (const CORBA::Exception&) {
+    // The agent cannot be told; it finds out when it pings.
+  } catch (const std::exception&) {
+  }
+  _exit(128 + signal);
+}
+
+}  // namespace zk::nms

@@ -1,0 +1,118 @@
+#include "nms/wire/text.h"
+
+#include <locale.h>
+#include <wchar.h>
+
+#include <cstdio>
+#include <stdexcept>
+#include <vector>
+
+namespace zk::nms {
+namespace {
+
+// Makes the calling thread's character functions speak UTF-8, whatever the
+// user's locale is, for its lifetime.
+class InUtf8 {
+ public:
+  InUtf8() : before_(uselocale(utf8())) {}
+  ~InUtf8() { uselocale(before_); }
+  InUtf8(const InUtf8&) = delete;
+  InUtf8& operator=(const InUtf8&) = delete;
+
+ private:
+  static locale_t utf8() {
+    static const locale_t made = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (made == nullptr) {
+      throw std::runtime_error("this system has no C.UTF-8 locale");
+    }
+    return made;
+  }
+
+  locale_t before_;
+};
+
+struct Character {
+  wchar_t code;
+  std::string bytes;
+};
+
+// False when the text is not UTF-8; characters then holds what came before.
+bool decode(const std::string& text, std::vector<Character>& characters) {
+  const InUtf8 guard;
+  mbstate_t state{};
+  std::size_t at = 0;
+  while (at < text.size()) {
+    wchar_t code = 0;
+    const std::size_t size = mbrtowc(&code, text.data() + at, text.size() - at, &state);
+    if (size > text.size()) {  // both error values are the largest there are
+      return false;
+    }
+    const std::size_t used = size == 0 ? 1 : size;
+    characters.push_back({code, text.substr(at, used)});
+    at += used;
+  }
+  return true;
+}
+
+std::string fromLatin1(const std::string& text) {
+  std::string result;
+  for (const char byte : text) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code < 0x80) {
+      result += byte;
+    } else {
+      result += static_cast<char>(0xC0 | (code >> 6));
+      result += static_cast<char>(0x80 | (code & 0x3F));
+    }
+  }
+  return result;
+}
+
+std::string escaped(wchar_t code) {
+  switch (code) {
+    case L'\n':
+      return "\\n";
+    case L'\r':
+      return "\\r";
+    case L'\t':
+      return "\\t";
+    default:
+      break;
+  }
+  char text[16];
+  std::snprintf(text, sizeof text, "\\x%02X", static_cast<unsigned>(code));
+  return text;
+}
+
+}  // namespace
+
+std::string asUtf8(const std::string& text) {
+  std::vector<Character> characters;
+  return decode(text, characters) ? text : fromLatin1(text);
+}
+
+std::string printable(const std::string& text) {
+  std::vector<Character> characters;
+  decode(text, characters);
+  const InUtf8 guard;
+  std::string result;
+  for (const Character& character : characters) {
+    result += wcwidth(character.code) < 0 || character.code == 0 ? escaped(character.code)
+                                                                 : character.bytes;
+  }
+  return result;
+}
+
+std::size_t displayWidth(const std::string& text) {
+  std::vector<Character> characters;
+  decode(text, characters);
+  const InUtf8 guard;
+  std::size_t result = 0;
+  for (const Character& character : characters) {
+    const int width = wcwidth(character.code);
+    result += width > 0 ? static_cast<std::size_t>(width) : 0;
+  }
+  return result;
+}
+
+}  // namespace zk::nms

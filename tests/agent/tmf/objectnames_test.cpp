@@ -1,0 +1,111 @@
+#include "agent/tmf/objectnames.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/agent/support/names.h"
+#include "tests/agent/support/refusals.h"
+#include "zk_quornex/names/nameconvert.h"
+
+namespace {
+
+using namespace zk::agent;
+using zk::test::dump;
+using zk::test::named;
+using zk::test::nameOf;
+using zk::test::refusalBy;
+using zk::test::refusalTypeBy;
+
+struct Accepted {
+  const char* text;
+  long id;
+};
+
+const Accepted accepted[] = {
+    {"1", 1}, {"7", 7}, {" 12 ", 12}, {"007", 7}, {"2147483647", 2147483647}};
+
+TEST(ObjectNames, readElementIdentifiers) {
+  for (const Accepted& row : accepted) {
+    EXPECT_EQ(readDeviceId(named("ManagedElement", row.text)), row.id) << row.text;
+  }
+}
+
+// Identifiers that are well formed and that no element can have: the library
+// would read the larger ones as another element's.
+TEST(ObjectNames, findNoElementUnderIdentifiersThatTheLibraryCuts) {
+  for (const char* text : {"0", "00", "2147483648", "4294967295", "4294967296", "4294967303",
+                           "99999999999", "18446744073709551623", "99999999999999999999999999"}) {
+    EXPECT_EQ(refusalTypeBy([&] { readDeviceId(named("ManagedElement", text)); }),
+              "ENTITY_NOT_FOUND")
+        << text;
+  }
+}
+
+TEST(ObjectNames, refuseIdentifiersThatAreNoNumber) {
+  for (const char* text : {"", " ", "12a", "-1", "+1", "0x7", "1 2", "7\n8"}) {
+    EXPECT_EQ(refusalTypeBy([&] { readDeviceId(named("ManagedElement", text)); }), "INVALID_INPUT")
+        << text;
+  }
+}
+
+TEST(ObjectNames, refuseMalformedNames) {
+  const globaldefs::NVSList_T names[] = {
+      nameOf({}),
+      nameOf({{"ManagedElement", "7"}}),
+      nameOf({{"ems", "Quor/1"}, {"ManagedElement", "7"}}),
+      nameOf({{"EMS", "Quor/1"}, {"MultiLayerSubnetwork", "1"}, {"ManagedElement", "7"}}),
+  };
+  for (const auto& name : names) {
+    EXPECT_EQ(refusalTypeBy([&] { readDeviceId(name); }), "INVALID_INPUT") << dump(name);
+  }
+}
+
+TEST(ObjectNames, findNothingOfAnotherEms) {
+  const auto name = nameOf({{"EMS", "Other/2"}, {"ManagedElement", "7"}});
+  EXPECT_EQ(refusalBy([&] { readDeviceId(name); }),
+            "ENTITY_NOT_FOUND: not an object of this EMS, which is Quor/1: EMS=Other/2, "
+            "ManagedElement=7");
+}
+
+TEST(ObjectNames, refuseNamesOfAnotherKind) {
+  EXPECT_EQ(refusalBy([] { readDeviceId(named("TopologicalLink", "7")); }),
+            "INVALID_INPUT: expected the name of a ManagedElement: EMS=Quor/1, TopologicalLink=7");
+  EXPECT_EQ(refusalTypeBy([] { readLinkId(named("ManagedElement", "7")); }), "INVALID_INPUT");
+  EXPECT_EQ(refusalTypeBy([] { readSubnetworkId(nameOf({{"EMS", "Quor/1"}})); }), "INVALID_INPUT");
+}
+
+TEST(ObjectNames, readTextIdentifiersAsTheyStand) {
+  EXPECT_EQ(readLinkId(named("TopologicalLink", " 5 ")), " 5 ");
+  EXPECT_EQ(readSubnetworkId(named("MultiLayerSubnetwork", "1")), "1");
+}
+
+TEST(ObjectNames, findNoOtherSubnetwork) {
+  EXPECT_EQ(refusalBy([] { readSubnetworkId(named("MultiLayerSubnetwork", "2")); }),
+            "ENTITY_NOT_FOUND: no such subnetwork: EMS=Quor/1, MultiLayerSubnetwork=2");
+}
+
+TEST(ObjectNames, writeWhatTheyRead) {
+  EXPECT_EQ(dump(nameOfDevice(7)), "EMS=Quor/1|ManagedElement=7");
+  EXPECT_EQ(dump(nameOfLink("5")), "EMS=Quor/1|TopologicalLink=5");
+  EXPECT_EQ(dump(nameOfSubnetwork("1")), "EMS=Quor/1|MultiLayerSubnetwork=1");
+  EXPECT_EQ(dump(nameOfPort({7, "/rack=1/port=2"})),
+            "EMS=Quor/1|ManagedElement=7|PTP=/rack=1/port=2");
+}
+
+TEST(ObjectNames, cannotWriteWhatHasNoIdentifier) {
+  EXPECT_EQ(refusalTypeBy([] { nameOfDevice(0); }), "INTERNAL_ERROR");
+  EXPECT_EQ(refusalTypeBy([] { nameOfLink(""); }), "INTERNAL_ERROR");
+}
+
+TEST(ObjectNames, giveTheEmsItsKeys) {
+  EXPECT_EQ(keyOfName(*readName(nameOf({{"EMS", "Quor/1"}}))), ObjectKey::ems());
+  EXPECT_EQ(keyOfName(*readName(named("ManagedElement", "7"))), ObjectKey::device(7));
+  EXPECT_EQ(keyOfName(*readName(named("MultiLayerSubnetwork", "1"))), ObjectKey::subnetwork("1"));
+  EXPECT_EQ(keyOfName(*readName(named("TopologicalLink", "5"))), ObjectKey::link("5"));
+}
+
+TEST(ObjectNames, haveNoKeyForKindsWithoutAttributes) {
+  const NS_QUORCORBA::CAAIDName aid;
+  EXPECT_EQ(refusalTypeBy([&] { keyOfName(aid); }), "NOT_IMPLEMENTED");
+}
+
+}  // namespace

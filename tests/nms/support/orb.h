@@ -1,0 +1,25 @@
+// The ORB of the test process, listening on loopback only.
+#ifndef ZK_TESTS_NMS_SUPPORT_ORB_H
+#define ZK_TESTS_NMS_SUPPORT_ORB_H
+
+#define ZK_TMF814_SERVANTS
+#include "zk_quornex/idl/tmf814.h"
+
+namespace zk::test {
+
+CORBA::ORB_ptr testOrb();               // borrowed
+PortableServer::POA_ptr testRootPoa();  // borrowed; listening
+
+// Activates the servant, which poa owns from now on.
+template <class Interface>
+typename Interface::_ptr_type activate(PortableServer::POA_ptr poa,
+                                       PortableServer::ServantBase* servant) {
+  PortableServer::Servant_var<PortableServer::ServantBase> owner(servant);
+  PortableServer::ObjectId_var id = poa->activate_object(servant);
+  CORBA::Object_var object = poa->id_to_reference(id.in());
+  return Interface::_narrow(object.in());
+}
+
+}  // namespace zk::test
+
+#endif

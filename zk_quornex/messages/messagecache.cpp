@@ -1,0 +1,158 @@
+#include "zk_quornex/messages/messagecache.h"
+
+#include <ace/Guard_T.h>
+
+#include "zk_quornex/messages/eventcopy.h"
+#include "zk_quornex/messages/traceorigin.h"
+#include "zk_quornex/platform/config.h"
+
+namespace NS_QUORCORBA {
+
+namespace {
+
+constexpr long DEFAULT_EVENTLISTSIZE = 500;
+constexpr mode_t LOCK_MODE = 0644;
+
+using CosNotification::StructuredEvent;
+
+long configuredEventlistsize() {
+  const long configured = CorbaAgentConfig::Instance()->GetEventlistsize();
+  return configured != 0 ? configured : DEFAULT_EVENTLISTSIZE;
+}
+
+CORBA::ULong lengthFor(long count) { return count > 0 ? static_cast<CORBA::ULong>(count) : 0; }
+
+struct Release {
+  void operator()(NXEventHolder* event) const { event->release(); }
+};
+
+// A reference that is given back whatever happens to the copy.
+using OwnReference = std::unique_ptr<NXEventHolder, Release>;
+
+}  // namespace
+
+NXMessageCache::NXMessageCache()
+    : eventlistsize_(configuredEventlistsize()),
+      listLock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE),
+      agent_(std::make_unique<Nex_MsgAgent>(this)) {
+  agent_->activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED);
+}
+
+NXMessageCache::~NXMessageCache() {
+  stopping_ = true;
+  notFull_.signal();
+  agent_.reset();
+  filter_.reset();
+  handler_.reset();
+}
+
+void NXMessageCache::setFilter(NXMessageFilter* filter) {
+  if (filter != filter_.get()) {
+    filter_.reset(filter);
+  }
+}
+
+void NXMessageCache::setHandler(NXMsgExceptionHanle* handler) { handler_.reset(handler); }
+
+void NXMessageCache::handOverTo(const NXMessageCache& successor) {
+  if (filter_ == successor.filter_) {
+    static_cast<void>(filter_.release());
+  }
+  if (handler_ == successor.handler_) {
+    static_cast<void>(handler_.release());
+  }
+}
+
+void NXMessageCache::mergeLayerFilter(const NXLayerFilter& layers) {
+  for (const auto& [layer, value] : layers) {
+    layers_[layer] = value;
+  }
+}
+
+void NXMessageCache::offer(NXEventHolder* event, const void* context) {
+  if (reportStatus_ && passes(context)) {
+    agent_->pushmsg(event);
+  }
+}
+
+// A filter without criteria is not asked.
+bool NXMessageCache::passes(const void* context) const {
+  if (!filter_) {
+    return true;
+  }
+  std::vector<long> first;
+  std::vector<std::string> second;
+  std::vector<long> third;
+  std::vector<long> fourth;
+  std::vector<std::string> fifth;
+  stDateTimeType start;
+  stDateTimeType end;
+  filter_->GetFilter(first, second, third, fourth, start, end, fifth);
+  const bool hasStart = TimeChange::checkDateTimeValid(start);
+  const bool hasEnd = TimeChange::checkDateTimeValid(end);
+  const bool empty = first.empty() && second.empty() && third.empty() && fourth.empty() &&
+                     fifth.empty() && !hasStart && !hasEnd;
+  return empty || !filter_->isFiltered(context);
+}
+
+int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
+  ACE_Guard<ACE_Mutex> guard(listLock_);
+  const long count = index_.load(std::memory_order_relaxed);
+  traceOrigin();
+  NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::getMsgList]index=%d.", shown(count));
+  if (!events_) {
+    events_ = std::make_unique<notifications::EventList_T>();
+  }
+  events_->length(lengthFor(count));
+  list = events_.release();
+  index_.store(0, std::memory_order_relaxed);
+  notFull_.signal();
+  return 0;
+}
+
+int NXMessageCache::assembleMsg(NXEventHolder* event) {
+  if (event == nullptr) {
+    return -1;
+  }
+  OwnReference reference(event);
+  ACE_Guard<ACE_Mutex> guard(listLock_);
+  const long index = index_.load(std::memory_order_relaxed);
+  if (!events_) {
+    events_ = makeList();
+  }
+  if (index >= eventlistsize_) {
+    events_->length(lengthFor(index + 1));
+  }
+  if (events_->length() <= lengthFor(index)) {
+    throw CORBA::BAD_PARAM();
+  }
+  StructuredEvent& entry = (*events_)[lengthFor(index)];
+  if (event->isLast()) {
+    moveEvent(*event->get(), entry);
+  } else {
+    copyEvent(*event->get(), entry);
+  }
+  index_.store(index + 1, std::memory_order_relaxed);
+  reference.reset();
+  traceOrigin();
+  NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::assembleMsg]pEvents length =%d, index_=%d.",
+                            shown(events_->length()), shown(index + 1));
+  return 0;
+}
+
+bool NXMessageCache::isOver() const {
+  return !stopping_ && index_.load(std::memory_order_relaxed) > eventlistsize_;
+}
+
+void NXMessageCache::waitForFetch() { notFull_.wait(); }
+
+// The agent's thread lets the list grow by two entries at most. Room for them is
+// there from the start: growing a full buffer would copy every event in it.
+std::unique_ptr<notifications::EventList_T> NXMessageCache::makeList() const {
+  const CORBA::ULong length = lengthFor(eventlistsize_);
+  auto list = std::make_unique<notifications::EventList_T>(length + 2);
+  list->length(length);
+  return list;
+}
+
+}  // namespace NS_QUORCORBA

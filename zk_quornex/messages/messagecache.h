@@ -1,0 +1,92 @@
+// One client of one message class: its filter, its report switch, and the list
+// of events waiting to be fetched.
+#ifndef ZK_MESSAGES_MESSAGECACHE_H
+#define ZK_MESSAGES_MESSAGECACHE_H
+
+#include <ace/Event.h>
+#include <ace/Mutex.h>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/messages/filter.h"
+#include "zk_quornex/messages/msgagent.h"
+
+namespace NS_QUORCORBA {
+
+using NXLayerFilter = std::map<std::pair<long, long>, bool>;
+
+// Locks, taken in this order: registry (NXMessageMgr), class (NXMessageHandle),
+// list (here). The agent's thread takes none of them but the list lock.
+class NXMessageCache {
+ public:
+  // Starts the client's thread.
+  NXMessageCache();
+
+  // Ends the thread and waits for it; events still queued or listed are freed.
+  ~NXMessageCache();
+
+  NXMessageCache(const NXMessageCache&) = delete;
+  NXMessageCache& operator=(const NXMessageCache&) = delete;
+
+  // Everything up to the list is called under the class lock.
+
+  // Adopts filter in place of the one before; the same pointer changes nothing.
+  void setFilter(NXMessageFilter* filter);
+  void setHandler(NXMsgExceptionHanle* handler);
+
+  // Lets go, without deleting, of what a successor was given too.
+  void handOverTo(const NXMessageCache& successor);
+
+  void setReportStatus(bool report) { reportStatus_ = report; }
+  void mergeLayerFilter(const NXLayerFilter& layers);
+  const NXLayerFilter& layerFilter() const { return layers_; }
+  NXMessageFilter* filter() const { return filter_.get(); }
+
+  // Queues the event if reporting is on and the filter lets it pass.
+  void offer(NXEventHolder* event, const void* context);
+
+  // Gives the client's whole list away and starts a new one. Always 0.
+  int getMsgList(notifications::EventList_T*& list);
+
+  // Appends the event to the list, taking over the reference that comes with
+  // it. Returns 0, or -1 for a null event. Called by the agent's thread.
+  int assembleMsg(NXEventHolder* event);
+
+  // The rest is what the agent's thread watches, without the list lock.
+
+  bool isOver() const;
+  // Blocks until the list is fetched or the cache is being destroyed; not at all
+  // when it was fetched since the last wait.
+  void waitForFetch();
+
+  std::atomic<long> index_{0};  // events in the list; changed under the list lock
+
+ private:
+  std::unique_ptr<notifications::EventList_T> makeList() const;
+  bool passes(const void* context) const;
+
+  // Guarded by the class lock.
+  std::unique_ptr<NXMsgExceptionHanle> handler_;
+  std::unique_ptr<NXMessageFilter> filter_;
+  bool reportStatus_ = false;
+  NXLayerFilter layers_;
+
+  const long eventlistsize_;
+  ACE_Mutex listLock_;
+
+  // Guarded by listLock_. Null until an event comes: most clients wait most of
+  // the time, and a list with room for all its events is large.
+  std::unique_ptr<notifications::EventList_T> events_;
+
+  ACE_Event notFull_;
+  std::atomic<bool> stopping_{false};
+  std::unique_ptr<Nex_MsgAgent> agent_;
+};
+
+}  // namespace NS_QUORCORBA
+
+#endif

@@ -1,0 +1,233 @@
+#include "zk_quornex/messages/messagemgr.h"
+
+#include <ace/Guard_T.h>
+#include <ace/RW_Mutex.h>
+#include <ace/Recursive_Thread_Mutex.h>
+#include <ace/Static_Object_Lock.h>
+#include <ace/Thread_Manager.h>
+
+#include <memory>
+
+#include "zk_quornex/messages/messagehandle.h"
+#include "zk_quornex/messages/traceorigin.h"
+#include "zk_quornex/platform/config.h"
+
+namespace NS_QUORCORBA {
+
+namespace {
+
+using StaticLock = ACE_Guard<ACE_Recursive_Thread_Mutex>;
+
+// The registered classes, for the life of the process: never destroyed, since
+// clients' threads and late pushes may outlive the end of main. A guard that
+// could not lock is not noticed: the lookup then goes on without the lock.
+struct Registry {
+  // The thread manager sets itself up on first use under the process-wide lock.
+  // The first client would do so while it holds the registry lock, and Instance
+  // takes the two the other way round; so it is set up before either is needed.
+  Registry() { ACE_Thread_Manager::instance(); }
+
+  ACE_RW_Mutex lock;
+  std::map<long, std::unique_ptr<NXMessageHandle>> classes;  // guarded by lock
+};
+
+Registry& registry() {
+  static auto& theRegistry = *new Registry;
+  return theRegistry;
+}
+
+// Carries out the operation on the class under the registry lock. Without such
+// a class, fail writes the failure line.
+template <class Operation, class Failure>
+int onClass(long msgClass, Operation operation, Failure fail) {
+  ACE_Read_Guard<ACE_RW_Mutex> guard(registry().lock);
+  const auto found = registry().classes.find(msgClass);
+  if (found == registry().classes.end()) {
+    fail();
+    return -1;
+  }
+  return operation(*found->second);
+}
+
+template <class Operation>
+int onClient(long msgClass, long clientID, const char* failure, Operation operation,
+             int line = __builtin_LINE()) {
+  return onClass(msgClass, operation, [&] {
+    traceOrigin(line);
+    NS_CORBA::TaDebugWithPara(1, failure, shown(msgClass), shown(clientID));
+  });
+}
+
+template <class Operation>
+int onPush(long msgClass, Operation operation, int line = __builtin_LINE()) {
+  return onClass(msgClass, operation, [&] {
+    traceOrigin(line);
+    NS_CORBA::TaDebugWithPara(1, "NXMessageMgr::pushMessage failed.msgClass=%d", shown(msgClass));
+  });
+}
+
+template <class Events>
+int pushAll(long msgClass, const Events& events) {
+  return onPush(msgClass, [&](NXMessageHandle& handle) {
+    int sum = 0;
+    for (const auto& [event, context] : events) {
+      sum += handle.pushMessage(event, context);
+    }
+    return sum;
+  });
+}
+
+bool usesCache() {
+  const int model = CorbaAgentConfig::Instance()->GetNotifyModel();
+  return model == 2 || model == 3;
+}
+
+}  // namespace
+
+std::atomic<NXMessageMgr*> NXMessageMgr::m_pInstance{nullptr};
+
+NXMessageMgr::NXMessageMgr() {
+  addMsgClassCache(8);
+  addMsgClassCache(10);
+}
+
+NXMessageMgr* NXMessageMgr::Instance() {
+  if (NXMessageMgr* manager = m_pInstance.load(std::memory_order_acquire)) {
+    return manager;
+  }
+  StaticLock guard(*ACE_Static_Object_Lock::instance());
+  if (guard.locked() && m_pInstance.load(std::memory_order_relaxed) == nullptr) {
+    m_pInstance.store(new NXMessageMgr, std::memory_order_release);
+  }
+  return m_pInstance.load(std::memory_order_relaxed);
+}
+
+NXMessageMgr* NXMessageMgr::getInstance() { return Instance(); }
+
+void NXMessageMgr::Destroy() {
+  if (m_pInstance.load(std::memory_order_acquire) == nullptr) {
+    return;
+  }
+  StaticLock guard(*ACE_Static_Object_Lock::instance());
+  if (guard.locked()) {
+    delete m_pInstance.exchange(nullptr, std::memory_order_acq_rel);
+  }
+}
+
+int NXMessageMgr::addMsgClassCache(long msgClass) const {
+  ACE_Write_Guard<ACE_RW_Mutex> guard(registry().lock);
+  auto& classes = registry().classes;
+  if (classes.count(msgClass) == 0) {
+    // Written whenever a class is new: operators count on it as the mark of a
+    // first registration.
+    traceOrigin();
+    NS_CORBA::TaDebugWithPara(1, "NXMessageMgr::addMsgClassCache failed.msgClass=%d",
+                              shown(msgClass));
+    classes.emplace(msgClass, std::make_unique<NXMessageHandle>());
+  }
+  return 0;
+}
+
+int NXMessageMgr::subscribeMsg(long msgClass, long clientID, NXMessageFilter* filter,
+                               NXMsgExceptionHanle* handler) const {
+  return onClient(
+      msgClass, clientID, "NXMessageMgr::subscribeMsg failed.msgClass=%d,clientID=%d",
+      [&](NXMessageHandle& handle) { return handle.subscribeMsg(clientID, filter, handler); });
+}
+
+int NXMessageMgr::unSubscribeMsg(long msgClass, long clientID) const {
+  return onClient(msgClass, clientID, "NXMessageMgr::unSubscribeMsg failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) { return handle.unSubscribeMsg(clientID); });
+}
+
+int NXMessageMgr::setFilter(long msgClass, long clientID, NXMessageFilter* filter) const {
+  return onClient(msgClass, clientID, "NXMessageMgr::setFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) { return handle.setFilter(clientID, filter); });
+}
+
+int NXMessageMgr::setLayerFilter(long msgClass, long clientID,
+                                 const std::map<std::pair<long, long>, bool>& layers) {
+  return onClient(msgClass, clientID, "NXMessageMgr::setLayerFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) { return handle.setLayerFilter(clientID, layers); });
+}
+
+int NXMessageMgr::GetFilter(long msgClass, long clientID, std::vector<long>& first,
+                            std::vector<std::string>& second, std::vector<long>& third,
+                            std::vector<long>& fourth, stDateTimeType& start, stDateTimeType& end,
+                            std::vector<std::string>& fifth) {
+  return onClient(msgClass, clientID, "NXMessageMgr::GetFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) {
+                    return handle.GetFilter(clientID, first, second, third, fourth, start, end,
+                                            fifth);
+                  });
+}
+
+int NXMessageMgr::suspendFilter(long msgClass, long clientID, std::vector<long>& first,
+                                std::vector<long>& second, std::vector<long>& third,
+                                std::vector<long>& fourth, stDateTimeType& start,
+                                stDateTimeType& end, std::vector<std::string>& fifth) {
+  return onClient(msgClass, clientID, "NXMessageMgr::suspendFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) {
+                    return handle.suspendFilter(clientID, first, second, third, fourth, start, end,
+                                                fifth);
+                  });
+}
+
+int NXMessageMgr::resumeFilter(long msgClass, long clientID, std::vector<long>& first,
+                               std::vector<long>& second, std::vector<long>& third,
+                               std::vector<long>& fourth, stDateTimeType& start,
+                               stDateTimeType& end, std::vector<std::string>& fifth) {
+  return onClient(msgClass, clientID, "NXMessageMgr::resumeFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) {
+                    return handle.resumeFilter(clientID, first, second, third, fourth, start, end,
+                                               fifth);
+                  });
+}
+
+int NXMessageMgr::cancelFilter(long msgClass, long clientID, std::vector<long>& first,
+                               std::vector<long>& second, std::vector<long>& third,
+                               std::vector<long>& fourth, stDateTimeType& start,
+                               stDateTimeType& end, std::vector<std::string>& fifth) {
+  return onClient(msgClass, clientID, "NXMessageMgr::cancelFilter failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) {
+                    return handle.cancelFilter(clientID, first, second, third, fourth, start, end,
+                                               fifth);
+                  });
+}
+
+int NXMessageMgr::setReportStatus(long msgClass, long clientID, bool report) {
+  traceOrigin();
+  NS_CORBA::TaTrace("NXMessageMgr::setReportStatus in");
+  return onClient(
+      msgClass, clientID, "NXMessageMgr::setReportStatus failed.msgClass=%d,clientID=%d",
+      [&](NXMessageHandle& handle) { return handle.setReportStatus(clientID, report); });
+}
+
+int NXMessageMgr::pushMessage(long msgClass, Event* event, const void* context) const {
+  if (event == nullptr) {
+    return -1;
+  }
+  if (!usesCache()) {
+    return 0;
+  }
+  return onPush(msgClass,
+                [&](NXMessageHandle& handle) { return handle.pushMessage(event, context); });
+}
+
+int NXMessageMgr::pushBulkMessage(
+    long msgClass, const std::list<std::pair<Event*, AsnForwardFaultRptStrc*>>& events) const {
+  return pushAll(msgClass, events);
+}
+
+int NXMessageMgr::PushBulkMessage(const long& msgClass,
+                                  const std::list<std::pair<Event*, Json::Value*>>& events) {
+  return pushAll(msgClass, events);
+}
+
+int NXMessageMgr::getMsgList(long msgClass, long clientID,
+                             notifications::EventList_T*& list) const {
+  return onClient(msgClass, clientID, "NXMessageMgr::getMsgList failed.msgClass=%d,clientID=%d",
+                  [&](NXMessageHandle& handle) { return handle.getMsgList(clientID, list); });
+}
+
+}  // namespace NS_QUORCORBA

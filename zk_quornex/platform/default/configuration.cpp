@@ -1,0 +1,63 @@
+#include "zk_quornex/platform/default/configuration.h"
+
+#include "zk_quornex/platform/default/immortal.h"
+#include "zk_quornex/platform/default/replaceable.h"
+
+namespace zk::platform {
+namespace {
+
+class StandardEmsConfig : public NS_CORBA::CorbaBaseAgentConfig {
+ public:
+  const std::string& EmsName() const override { return values.emsName; }
+  const std::string& EmsVersion() const override { return values.emsVersion; }
+
+  Configuration values;
+};
+
+class StandardAgentConfig : public NS_QUORCORBA::CorbaAgentConfig {
+ public:
+  int GetNotifyModel() const override { return values.notifyModel; }
+  long GetCachesize() const override { return values.cachesize; }
+  long GetEventlistsize() const override { return values.eventlistsize; }
+
+  Configuration values;
+};
+
+Replaceable<NS_CORBA::CorbaBaseAgentConfig>& emsConfig() {
+  static Replaceable<NS_CORBA::CorbaBaseAgentConfig> current(&immortal<StandardEmsConfig>());
+  return current;
+}
+
+Replaceable<NS_QUORCORBA::CorbaAgentConfig>& agentConfig() {
+  static Replaceable<NS_QUORCORBA::CorbaAgentConfig> current(&immortal<StandardAgentConfig>());
+  return current;
+}
+
+}  // namespace
+
+void configure(const Configuration& configuration) {
+  immortal<StandardEmsConfig>().values = configuration;
+  immortal<StandardAgentConfig>().values = configuration;
+}
+
+NS_CORBA::CorbaBaseAgentConfig* install(NS_CORBA::CorbaBaseAgentConfig* replacement) {
+  return emsConfig().install(replacement);
+}
+
+NS_QUORCORBA::CorbaAgentConfig* install(NS_QUORCORBA::CorbaAgentConfig* replacement) {
+  return agentConfig().install(replacement);
+}
+
+}  // namespace zk::platform
+
+namespace NS_CORBA {
+
+CorbaBaseAgentConfig* CorbaBaseAgentConfig::Instance() { return zk::platform::emsConfig().get(); }
+
+}  // namespace NS_CORBA
+
+namespace NS_QUORCORBA {
+
+CorbaAgentConfig* CorbaAgentConfig::Instance() { return zk::platform::agentConfig().get(); }
+
+}  // namespace NS_QUORCORBA

@@ -1,0 +1,93 @@
+#include "zk_quornex/platform/default/sinkqueue.h"
+
+#include <exception>
+#include <utility>
+
+#include "zk_quornex/platform/trace.h"
+
+namespace zk::platform {
+namespace {
+
+void traceThrown(const std::string& name, const char* what) {
+  NS_CORBA::SetTraceOrigin("sinkqueue.cpp", __LINE__, "handOver");
+  NS_CORBA::TaDebugWithPara(1, "event sink '%s' failed.%s", name.c_str(), what);
+}
+
+}  // namespace
+
+SinkQueue::SinkQueue(std::string name, std::shared_ptr<EventSink> sink, std::size_t capacity)
+    : name_(std::move(name)), sink_(std::move(sink)), capacity_(capacity) {}
+
+void SinkQueue::start() {
+  thread_ = std::thread([this] {
+    while (takeNext()) {
+    }
+  });
+}
+
+void SinkQueue::add(const SharedEvent& event) {
+  if (tryAdd(event) != Added::FIRST_DROPPED) return;
+  NS_CORBA::SetTraceOrigin("sinkqueue.cpp", __LINE__, "add");
+  NS_CORBA::TaDebugWithPara(1, "event sink '%s' is full, events are dropped.capacity=%zu",
+                            name_.c_str(), capacity_);
+}
+
+SinkQueue::Added SinkQueue::tryAdd(const SharedEvent& event) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  if (finished_) return Added::DROPPED;
+  if (waiting_.size() >= capacity_) {
+    ++counts_.dropped;
+    return std::exchange(overflowing_, true) ? Added::DROPPED : Added::FIRST_DROPPED;
+  }
+  waiting_.push_back(event);
+  changed_.notify_one();
+  return Added::QUEUED;
+}
+
+bool SinkQueue::takeNext() {
+  const SharedEvent event = waitForNext();
+  if (event == nullptr) return false;
+  handOver(event);
+  const std::lock_guard<std::mutex> guard(mutex_);
+  ++counts_.taken;
+  return true;
+}
+
+// Null when the queue is finished and empty.
+SharedEvent SinkQueue::waitForNext() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  changed_.wait(lock, [this] { return finished_ || !waiting_.empty(); });
+  if (waiting_.empty()) return nullptr;
+  SharedEvent event = std::move(waiting_.front());
+  waiting_.pop_front();
+  if (waiting_.empty()) overflowing_ = false;
+  return event;
+}
+
+void SinkQueue::handOver(const SharedEvent& event) const {
+  try {
+    sink_->take(event);
+  } catch (const CORBA::Exception& failure) {
+    traceThrown(name_, failure._name());
+  } catch (const std::exception& failure) {
+    traceThrown(name_, failure.what());
+  } catch (...) {
+    traceThrown(name_, "unknown exception");
+  }
+}
+
+void SinkQueue::finish() {
+  {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    finished_ = true;
+    changed_.notify_one();
+  }
+  thread_.join();
+}
+
+SinkCounts SinkQueue::counts() const {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  return counts_;
+}
+
+}  // namespace zk::platform
