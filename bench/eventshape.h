@@ -8,7 +8,7 @@
 #include "zk_quornex/messages/refcount.h"
 #include "zk_quornex/platform/default/configuration.h"
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::bench {
 

@@ -19,4 +19,5 @@ endif()
 # The warnings every target of ours is built with; never passed on to users.
 add_library(zk_warnings INTERFACE)
 target_compile_options(zk_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion
+                                             $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
                                              $<$<BOOL:${ZK_WERROR}>:-Werror>)

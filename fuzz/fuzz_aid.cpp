@@ -3,6 +3,7 @@
 #include "input.h"
 #include "namechecks.h"
 #include "tests/names/parsemodel.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/nameparse.h"
 
 namespace {

@@ -1,6 +1,7 @@
 // Whole names through the converter and back. A line is a pair.
 #include "input.h"
 #include "namechecks.h"
+#include "zk_quornex/idl/names.h"
 
 namespace {
 

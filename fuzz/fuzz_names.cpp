@@ -2,6 +2,7 @@
 // the class; then a line is a pair.
 #include "input.h"
 #include "namechecks.h"
+#include "zk_quornex/idl/names.h"
 
 namespace {
 

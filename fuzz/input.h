@@ -12,7 +12,7 @@
 #include <memory>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::fuzz {
 

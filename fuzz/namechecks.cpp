@@ -1,6 +1,7 @@
 #include "namechecks.h"
 
 #include "input.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::fuzz {
 

@@ -6,14 +6,12 @@
 #ifndef ZK_AGENT_ADMIN_EMSADMINSERVANT_H
 #define ZK_AGENT_ADMIN_EMSADMINSERVANT_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include "agent/admin/logins.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/traffic/traffic.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/admin.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

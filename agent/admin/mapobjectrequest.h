@@ -6,7 +6,7 @@
 #include <string>
 
 #include "agent/ems/inventory.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

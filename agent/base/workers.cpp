@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "agent/base/log.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

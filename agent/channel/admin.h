@@ -6,7 +6,7 @@
 
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
 
 namespace zk::agent {
 

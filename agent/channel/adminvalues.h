@@ -2,7 +2,7 @@
 #ifndef ZK_AGENT_CHANNEL_ADMINVALUES_H
 #define ZK_AGENT_CHANNEL_ADMINVALUES_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

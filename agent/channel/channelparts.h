@@ -10,7 +10,7 @@
 #include "agent/channel/settings.h"
 #include "agent/constraint/constraint.h"
 #include "agent/orb/servanthome.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

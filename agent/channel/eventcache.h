@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "agent/channel/gate.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

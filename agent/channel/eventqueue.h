@@ -9,7 +9,7 @@
 
 #include "agent/channel/eventcache.h"
 #include "agent/channel/gate.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

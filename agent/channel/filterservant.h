@@ -2,15 +2,12 @@
 #ifndef ZK_AGENT_CHANNEL_FILTERSERVANT_H
 #define ZK_AGENT_CHANNEL_FILTERSERVANT_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <memory>
 
 #include "agent/channel/constraintlist.h"
 #include "agent/orb/servanthome.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -14,7 +14,7 @@
 
 #include "agent/channel/eventfields.h"
 #include "agent/channel/losses.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "agent/base/log.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 #include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {

@@ -2,7 +2,8 @@
 #ifndef ZK_AGENT_CHANNEL_OFFEREDTYPES_H
 #define ZK_AGENT_CHANNEL_OFFEREDTYPES_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -2,14 +2,10 @@
 #ifndef ZK_AGENT_CHANNEL_PROXYSERVANTS_H
 #define ZK_AGENT_CHANNEL_PROXYSERVANTS_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <memory>
 
 #include "agent/channel/proxy.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

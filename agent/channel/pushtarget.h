@@ -5,7 +5,8 @@
 #include <chrono>
 #include <memory>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <mutex>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -10,7 +10,8 @@
 
 #include "agent/channel/constraintlist.h"
 #include "agent/channel/settings.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

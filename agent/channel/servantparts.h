@@ -3,14 +3,11 @@
 #ifndef ZK_AGENT_CHANNEL_SERVANTPARTS_H
 #define ZK_AGENT_CHANNEL_SERVANTPARTS_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include "agent/channel/filters.h"
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {

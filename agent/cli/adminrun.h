@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/admin.h"
 
 namespace zk::agent {
 

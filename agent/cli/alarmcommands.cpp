@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "agent/cli/admincommands.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

@@ -10,7 +10,8 @@
 #include <string_view>
 #include <variant>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent::etcl {
 

@@ -9,7 +9,7 @@
 
 #include "agent/ems/inventory.h"
 #include "agent/managers/pagedlist.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 

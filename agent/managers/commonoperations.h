@@ -3,15 +3,12 @@
 #ifndef ZK_AGENT_MANAGERS_COMMONOPERATIONS_H
 #define ZK_AGENT_MANAGERS_COMMONOPERATIONS_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <string>
 #include <vector>
 
 #include "agent/ems/inventory.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

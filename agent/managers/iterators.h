@@ -3,10 +3,6 @@
 #ifndef ZK_AGENT_MANAGERS_ITERATORS_H
 #define ZK_AGENT_MANAGERS_ITERATORS_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <algorithm>
 #include <memory>
 #include <mutex>
@@ -14,7 +10,9 @@
 #include "agent/managers/openiterators.h"
 #include "agent/managers/pagedlist.h"
 #include "agent/tmf/errors.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

@@ -6,7 +6,8 @@
 
 #include "agent/ems/inventory.h"
 #include "agent/managers/pagedlist.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

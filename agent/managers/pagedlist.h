@@ -8,7 +8,7 @@
 #include <functional>
 #include <mutex>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

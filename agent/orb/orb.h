@@ -3,15 +3,11 @@
 #ifndef ZK_AGENT_ORB_ORB_H
 #define ZK_AGENT_ORB_ORB_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <chrono>
 #include <stdexcept>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

@@ -3,14 +3,10 @@
 #ifndef ZK_AGENT_ORB_SERVANTHOME_H
 #define ZK_AGENT_ORB_SERVANTHOME_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <map>
 #include <mutex>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

@@ -7,7 +7,7 @@
 #include "agent/ems/inventory.h"
 #include "agent/sessions/sessions.h"
 #include "agent/sessions/users.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::agent {
 

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::agent {
 

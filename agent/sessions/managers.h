@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "agent/sessions/sessions.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "agent/channel/losses.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::agent {
 

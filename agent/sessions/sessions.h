@@ -13,7 +13,7 @@
 #include "agent/managers/iterators.h"
 #include "agent/managers/limits.h"
 #include "agent/orb/servanthome.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::agent {
 

@@ -9,7 +9,9 @@
 
 #include "agent/ems/inventory.h"
 #include "agent/sessions/sessions.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::agent {
 

@@ -7,7 +7,7 @@
 #include <exception>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 

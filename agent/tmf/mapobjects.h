@@ -5,7 +5,7 @@
 #define ZK_AGENT_TMF_MAPOBJECTS_H
 
 #include "agent/ems/records.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::agent {
 

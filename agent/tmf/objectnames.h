@@ -7,7 +7,7 @@
 #include <string>
 
 #include "agent/ems/records.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/nameconvert.h"
 
 namespace zk::agent {

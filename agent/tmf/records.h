@@ -4,7 +4,7 @@
 #define ZK_AGENT_TMF_RECORDS_H
 
 #include "agent/ems/inventory.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::agent {
 

@@ -7,6 +7,7 @@
 
 #include "nms/events/event.h"
 #include "nms/output/output.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::nms {
 

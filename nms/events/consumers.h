@@ -2,9 +2,9 @@
 #ifndef ZK_NMS_EVENTS_CONSUMERS_H
 #define ZK_NMS_EVENTS_CONSUMERS_H
 
-#define ZK_TMF814_SERVANTS
 #include "nms/events/queue.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::nms {
 

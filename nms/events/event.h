@@ -7,6 +7,7 @@
 #include <string>
 
 #include "nms/events/value.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::nms {
 

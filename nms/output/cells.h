@@ -4,7 +4,8 @@
 
 #include <json/value.h>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::nms {
 

@@ -8,6 +8,7 @@
 #include "nms/wire/interrupts.h"
 #include "nms/wire/nmssession.h"
 #include "nms/wire/orb.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::nms {
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::nms {
 

@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::nms {
 namespace {

@@ -3,7 +3,7 @@
 #ifndef ZK_NMS_WIRE_ITERATE_H
 #define ZK_NMS_WIRE_ITERATE_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::nms {
 

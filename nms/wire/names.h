@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::nms {
 

@@ -5,8 +5,7 @@
 #include <mutex>
 #include <string>
 
-#define ZK_TMF814_SERVANTS
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::nms {
 

@@ -4,8 +4,7 @@
 
 #include <string>
 
-#define ZK_TMF814_SERVANTS
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::nms {
 

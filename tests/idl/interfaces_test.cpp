@@ -4,7 +4,11 @@
 
 #include <type_traits>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::test {
 

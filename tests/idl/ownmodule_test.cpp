@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "tests/idl/typetext.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::test {
 

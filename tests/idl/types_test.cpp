@@ -6,6 +6,11 @@
 #include <vector>
 
 #include "tests/idl/typetext.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::test {
 

@@ -2,7 +2,9 @@
 // knows them and as they are written.
 #include <gtest/gtest.h>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 

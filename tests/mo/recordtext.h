@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tests/support/dump.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::test {
 

@@ -9,6 +9,7 @@
 
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/idl/managers.h"
 #include "zk_quornex/notify/notification.h"
 
 namespace zk::test {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/platform/default/bundles.h"
 #include "zk_quornex/platform/default/clock.h"
 #include "zk_quornex/platform/default/configuration.h"

@@ -7,7 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 

@@ -1,7 +1,7 @@
 // The tests' main: an Any can be copied only once the ORB is up.
 #include <gtest/gtest.h>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

@@ -2,7 +2,7 @@
 #ifndef ZK_MESSAGES_EVENTCOPY_H
 #define ZK_MESSAGES_EVENTCOPY_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace NS_QUORCORBA {
 

@@ -11,7 +11,7 @@
 #include <memory>
 #include <utility>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
 #include "zk_quornex/messages/msgagent.h"
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
 #include "zk_quornex/messages/refcount.h"
 

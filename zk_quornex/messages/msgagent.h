@@ -8,7 +8,7 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/queueblocks.h"
 #include "zk_quornex/messages/refcount.h"
 

@@ -4,7 +4,7 @@
 #ifndef ZK_MO_COMMONFUNC_H
 #define ZK_MO_COMMONFUNC_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/export.h"
 #include "zk_quornex/names/nameconvert.h"
 

@@ -3,7 +3,7 @@
 #ifndef ZK_MO_MOADAPTER_H
 #define ZK_MO_MOADAPTER_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
 #include "zk_quornex/names/export.h"
 #include "zk_quornex/platform/ems.h"
 

@@ -5,7 +5,7 @@
 #ifndef ZK_NAMES_NAMECONVERT_H
 #define ZK_NAMES_NAMECONVERT_H
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/aidname.h"
 #include "zk_quornex/names/codes.h"
 #include "zk_quornex/names/export.h"

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace NS_QUORCORBA {
 

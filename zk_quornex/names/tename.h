@@ -20,7 +20,7 @@
 
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/codes.h"
 #include "zk_quornex/names/export.h"
 

@@ -7,7 +7,8 @@
 #include <cstdint>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/export.h"
 #include "zk_quornex/names/nameconvert.h"
 

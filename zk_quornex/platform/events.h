@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace NS_CORBA {
 

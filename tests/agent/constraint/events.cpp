@@ -1,4 +1,5 @@
 #include "tests/agent/constraint/events.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::test {
 

@@ -4,10 +4,6 @@
 #ifndef ZK_TESTS_AGENT_SUPPORT_LOCALAGENT_H
 #define ZK_TESTS_AGENT_SUPPORT_LOCALAGENT_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -19,7 +15,8 @@
 #include "agent/sessions/factoryservant.h"
 #include "agent/sessions/sessions.h"
 #include "agent/sessions/users.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::test {
 

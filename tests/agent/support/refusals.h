@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 

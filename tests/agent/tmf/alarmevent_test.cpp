@@ -2,6 +2,7 @@
 #include "agent/tmf/alarmevent.h"
 
 #include "tests/agent/tmf/network.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace consumer {
 

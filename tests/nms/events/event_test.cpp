@@ -6,6 +6,7 @@
 #include "nms/events/eventrows.h"
 #include "nms/wire/errors.h"
 #include "tests/nms/support/fakechannel.h"
+#include "zk_quornex/idl/managers.h"
 
 namespace zk::nms {
 namespace {

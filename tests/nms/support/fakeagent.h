@@ -10,6 +10,9 @@
 
 #include "tests/nms/support/fakechannel.h"
 #include "tests/nms/support/orb.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/names.h"
+#include "zk_quornex/idl/sessions.h"
 
 namespace zk::test {
 

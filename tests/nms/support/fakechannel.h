@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "tests/nms/support/orb.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::test {
 

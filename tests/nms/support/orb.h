@@ -2,8 +2,7 @@
 #ifndef ZK_TESTS_NMS_SUPPORT_ORB_H
 #define ZK_TESTS_NMS_SUPPORT_ORB_H
 
-#define ZK_TMF814_SERVANTS
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::test {
 

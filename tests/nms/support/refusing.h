@@ -2,8 +2,9 @@
 #ifndef ZK_TESTS_NMS_SUPPORT_REFUSING_H
 #define ZK_TESTS_NMS_SUPPORT_REFUSING_H
 
-#define ZK_TMF814_SERVANTS
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
+#include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 

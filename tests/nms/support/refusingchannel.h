@@ -2,8 +2,8 @@
 #ifndef ZK_TESTS_NMS_SUPPORT_REFUSINGCHANNEL_H
 #define ZK_TESTS_NMS_SUPPORT_REFUSINGCHANNEL_H
 
-#define ZK_TMF814_SERVANTS
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::test {
 

@@ -6,6 +6,7 @@
 
 #include "nms/wire/iterate.h"
 #include "tests/nms/support/orb.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 namespace {

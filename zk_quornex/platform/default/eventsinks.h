@@ -13,7 +13,7 @@
 #include <memory>
 #include <string>
 
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::platform {
 

@@ -3,17 +3,14 @@
 #ifndef ZK_TESTS_AGENT_CHANNEL_SUPPORT_CONSUMERS_H
 #define ZK_TESTS_AGENT_CHANNEL_SUPPORT_CONSUMERS_H
 
-#ifndef ZK_TMF814_SERVANTS
-#define ZK_TMF814_SERVANTS
-#endif
-
 #include <atomic>
 #include <functional>
 #include <mutex>
 #include <vector>
 
 #include "tests/agent/channel/support/events.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/channel.h"
+#include "zk_quornex/idl/events.h"
 
 namespace zk::test {
 

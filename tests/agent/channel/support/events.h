@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "agent/channel/eventfields.h"
-#include "zk_quornex/idl/tmf814.h"
+#include "zk_quornex/idl/events.h"
 #include "zk_quornex/platform/events.h"
 
 namespace zk::test {
