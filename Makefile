@@ -5,53 +5,63 @@ DEV_PACKAGES := $(PACKAGES) packaging/packages-dev.txt
 INSTALL := packaging/install-packages
 FUZZ_SECONDS ?= 60
 
-.PHONY: demo test packages dev-packages release debug asan tsan clang coverage bench fuzz lint \
-  format docs clean
+.DEFAULT_GOAL := help
+.PHONY: help demo test release debug asan tsan clang coverage bench fuzz lint format docs packages \
+  dev-packages clean
 
-# Starts the agent on loopback and drives it with the client.
-demo: release
+help: ## Print these targets
+	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-13s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
+
+demo: packages ## Start the agent on loopback and drive it with the client
+	@cmake --preset release >/dev/null
+	@cmake --build build/release --target zk-agent zk-nms
 	@agent/demo.sh build/release/bin
 
-# Builds and runs every test.
-test: release
+test: release ## Build everything and run every test
 	@ctest --test-dir build/release --output-on-failure -j2
 
-packages:
-	@$(INSTALL) $(PACKAGES)
-
-dev-packages:
-	@$(INSTALL) $(DEV_PACKAGES)
-
-release debug: packages
+release: packages ## Build everything, optimised
+debug: packages ## Build everything, for a debugger
+release debug:
 	@cmake --preset $@
 	@cmake --build build/$@
 
-asan tsan clang coverage: dev-packages
+asan: dev-packages ## Run every test under the address and undefined-behaviour sanitizers
+tsan: dev-packages ## Run every test under the thread sanitizer
+clang: dev-packages ## Build with clang and its thread-safety analysis, and run every test
+coverage: dev-packages ## Run every test and count the lines that they reach
+asan tsan clang coverage:
 	@cmake --preset $@
 	@cmake --build build/$@
 	@ctest --test-dir build/$@ --output-on-failure -j2
 
-bench: dev-packages
+bench: dev-packages ## Measure, beside what bounds each figure
 	@cmake --preset bench
 	@cmake --build build/bench
 	@bench/run.sh build/bench/bin
 
-fuzz: dev-packages
+fuzz: dev-packages ## Fuzz every target for FUZZ_SECONDS (60)
 	@cmake --preset fuzz
 	@cmake --build build/fuzz --target fuzz_targets
 	@fuzz/run.sh $(FUZZ_SECONDS) build/fuzz
 
-lint: dev-packages
+lint: dev-packages ## Check layout, naming and code
 	@cmake --preset clang
 	@cmake --build build/clang
 	@cmake/lint.sh build/clang
 
-format: dev-packages
+format: dev-packages ## Lay the code out
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
-docs: dev-packages
+docs: dev-packages ## Build the library's reference in build/docs
 	@mkdir -p build
 	@doxygen docs/Doxyfile
 
-clean:
+packages: ## Install the missing packages for building and testing
+	@$(INSTALL) $(PACKAGES)
+
+dev-packages: ## Install the missing packages for everything else
+	@$(INSTALL) $(DEV_PACKAGES)
+
+clean: ## Remove everything built
 	@rm -rf build

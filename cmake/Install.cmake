@@ -20,7 +20,7 @@ foreach(folder idl names notify messages mo platform)
     DESTINATION ${ZK_HEADERS}
     FILES_MATCHING
     PATTERN "*.h"
-    REGEX "/(default/(immortal|logwriter|sinklist|sinkqueue)|names/(nameparse|pairs|debuglog)|messages/(eventcopy|traceorigin))\\.h$"
+    REGEX "/(default/sinkqueue|names/(nameparse|pairs|debuglog)|messages/(eventcopy|traceorigin))\\.h$"
     EXCLUDE)
 endforeach()
 install(
@@ -28,7 +28,8 @@ install(
   DESTINATION ${ZK_HEADERS}/stubs
   FILES_MATCHING
   PATTERN "*.hh"
-  PATTERN "*.h")
+  PATTERN "*.h"
+  PATTERN "*.inl")
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/zk_quornex/idl/
   DESTINATION ${CMAKE_INSTALL_DATADIR}/idl/zk_quornex

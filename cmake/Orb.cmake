@@ -23,44 +23,89 @@ if(ZK_ORB STREQUAL "omniORB")
   # Generated headers name the notification stubs without their folder.
   target_include_directories(zk_orb SYSTEM INTERFACE ${ZK_COS_HEADERS} ${ZK_COS_HEADERS}/COS)
 elseif(ZK_ORB STREQUAL "TAO")
-  foreach(root TAO_ROOT ACE_ROOT)
-    if(NOT ${root})
-      set(${root} $ENV{${root}})
-    endif()
+  # Kept in the cache, so that a later run of CMake finds them without the
+  # environment of the first.
+  foreach(root ACE_ROOT TAO_ROOT)
+    set(${root} "$ENV{${root}}" CACHE PATH "Where ${root} is installed")
     if(NOT ${root})
       message(FATAL_ERROR "ZK_ORB=TAO needs ${root}: where that is installed")
     endif()
   endforeach()
-  find_program(ZK_IDL_COMPILER tao_idl HINTS ${ACE_ROOT}/bin ${TAO_ROOT}/bin REQUIRED)
-  foreach(library TAO_CosNotification_Skel TAO_CosNotification TAO_CosEvent TAO_PortableServer
-                  TAO_AnyTypeCode TAO ACE)
+  find_program(ZK_IDL_COMPILER tao_idl HINTS ${ACE_ROOT}/bin ${TAO_ROOT}/bin
+               ${TAO_ROOT}/TAO_IDL REQUIRED)
+  # What the IDL compiler asks its environment for.
+  set(ZK_IDL_COMMAND
+      ${CMAKE_COMMAND} -E env ACE_ROOT=${ACE_ROOT} TAO_ROOT=${TAO_ROOT}
+      "LD_LIBRARY_PATH=${ACE_ROOT}/lib:${TAO_ROOT}/lib:$ENV{LD_LIBRARY_PATH}" ${ZK_IDL_COMPILER})
+  foreach(
+    library
+    TAO_CosEvent_Skel
+    TAO_CosEvent
+    TAO_DynamicAny
+    TAO_IORTable
+    TAO_Messaging
+    TAO_Valuetype
+    TAO_PortableServer
+    TAO_AnyTypeCode
+    TAO
+    ACE)
     find_library(ZK_${library} ${library} HINTS ${ACE_ROOT}/lib ${TAO_ROOT}/lib REQUIRED)
     target_link_libraries(zk_orb INTERFACE ${ZK_${library}})
   endforeach()
-  target_include_directories(zk_orb SYSTEM INTERFACE ${ACE_ROOT} ${TAO_ROOT}
-                                                     ${TAO_ROOT}/orbsvcs)
+  target_include_directories(zk_orb SYSTEM INTERFACE ${ACE_ROOT} ${TAO_ROOT} ${TAO_ROOT}/orbsvcs
+                                                     ${TAO_ROOT}/orbsvcs/orbsvcs)
   target_compile_definitions(zk_orb INTERFACE ZK_ORB_TAO)
 else()
   message(FATAL_ERROR "ZK_ORB is omniORB or TAO, not '${ZK_ORB}'")
 endif()
 
-# zk_idl_commands(<module> <idl file> <output folder> <variable for the sources>)
-function(zk_idl_commands module idl folder result)
+# zk_idl_files(<idl file> <variable>): the file and what it includes of its folder.
+function(zk_idl_files idl result)
+  set(files ${idl})
+  file(STRINGS ${idl} lines REGEX "^#include \"")
+  foreach(line ${lines})
+    string(REGEX REPLACE "^#include \"(.*)\".*" "\\1" name ${line})
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${name})
+      zk_idl_files(${CMAKE_CURRENT_SOURCE_DIR}/${name} more)
+      list(APPEND files ${more})
+    endif()
+  endforeach()
+  list(REMOVE_DUPLICATES files)
+  set(${result} ${files} PARENT_SCOPE)
+endfunction()
+
+# zk_idl_commands(<idl file> <output folder> <variable for the sources>): stubs and
+# servant bases of one module. What comes out as it was is left alone, so that
+# nothing is built again for it.
+function(zk_idl_commands idl folder result)
+  get_filename_component(module ${idl} NAME_WE)
+  set(made ${CMAKE_CURRENT_BINARY_DIR}/made/${module})
   if(ZK_ORB STREQUAL "omniORB")
-    set(outputs ${folder}/${module}SK.cc ${folder}/${module}DynSK.cc)
-    set(also ${folder}/${module}.hh)
-    set(command ${ZK_IDL_COMPILER} -bcxx -Wba -Wbuse_quotes -Wbkeep_inc_path -C${folder}
+    set(sources ${module}SK.cc ${module}DynSK.cc)
+    set(headers ${module}.hh)
+    set(command ${ZK_IDL_COMPILER} -bcxx -Wba -Wbuse_quotes -Wbkeep_inc_path -C${made}
                 -I${CMAKE_CURRENT_SOURCE_DIR} -I${ZK_COS_IDL}/COS -I${ZK_COS_IDL} ${idl})
   else()
-    set(outputs ${folder}/${module}C.cpp ${folder}/${module}S.cpp)
-    set(also ${folder}/${module}C.h ${folder}/${module}S.h)
-    set(command ${ZK_IDL_COMPILER} -Sa- -St- -o ${folder} -I${CMAKE_CURRENT_SOURCE_DIR}
+    # -as: an anonymous sequence stays one, or its TypeCode would be another.
+    set(sources ${module}C.cpp ${module}S.cpp)
+    set(headers ${module}C.h ${module}C.inl ${module}S.h)
+    set(command ${ZK_IDL_COMMAND} -as ${ARGN} -o ${made} -I${CMAKE_CURRENT_SOURCE_DIR}
                 -I${TAO_ROOT}/orbsvcs/orbsvcs -I${TAO_ROOT}/orbsvcs -I${TAO_ROOT} ${idl})
   endif()
-  file(GLOB all CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.idl
-       ${CMAKE_CURRENT_SOURCE_DIR}/*/*.idl)
-  add_custom_command(OUTPUT ${outputs} ${also} COMMAND ${command} DEPENDS ${all}
-                     COMMENT "IDL ${module}" VERBATIM)
+  zk_idl_files(${idl} needed)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${needed})
+  list(TRANSFORM sources PREPEND ${folder}/ OUTPUT_VARIABLE outputs)
+  list(TRANSFORM headers PREPEND ${folder}/ OUTPUT_VARIABLE also)
+  list(TRANSFORM sources PREPEND ${made}/ OUTPUT_VARIABLE made_sources)
+  list(TRANSFORM headers PREPEND ${made}/ OUTPUT_VARIABLE made_headers)
+  file(MAKE_DIRECTORY ${made})
+  add_custom_command(
+    OUTPUT ${outputs} ${also}
+    COMMAND ${command}
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${made_sources} ${made_headers} ${folder}
+    DEPENDS ${needed}
+    COMMENT "IDL ${module}"
+    VERBATIM)
   set(${result} ${outputs} PARENT_SCOPE)
 endfunction()
 
@@ -72,12 +117,25 @@ function(zk_add_idl_library target)
   file(MAKE_DIRECTORY ${folder})
   set(sources)
   foreach(path ${ARGN})
-    get_filename_component(module ${path} NAME)
-    zk_idl_commands(${module} ${CMAKE_CURRENT_SOURCE_DIR}/${path}.idl ${folder} generated)
+    zk_idl_commands(${CMAKE_CURRENT_SOURCE_DIR}/${path}.idl ${folder} generated)
     list(APPEND sources ${generated})
   endforeach()
+  if(ZK_ORB STREQUAL "TAO")
+    # The ORB leaves every pull interface out of its own notification stubs. These
+    # stand in their place, under their own names.
+    foreach(module CosNotification CosNotifyComm CosNotifyFilter CosNotifyChannelAdmin)
+      zk_idl_commands(${TAO_ROOT}/orbsvcs/orbsvcs/${module}.idl ${folder} generated
+                      -DTAO_HAS_NOTIFY_PULL_INTERFACES)
+      list(APPEND sources ${generated})
+    endforeach()
+  endif()
   add_library(${target} SHARED ${sources})
   target_link_libraries(${target} PUBLIC zk_orb)
-  target_include_directories(${target} SYSTEM PUBLIC $<BUILD_INTERFACE:${folder}>
+  if(ZK_ORB STREQUAL "TAO")
+    target_compile_definitions(${target} PUBLIC TAO_HAS_NOTIFY_PULL_INTERFACES)
+    # GCC takes the generated skeletons' arrays for too short.
+    target_compile_options(${target} PRIVATE -Wno-array-bounds)
+  endif()
+  target_include_directories(${target} SYSTEM BEFORE PUBLIC $<BUILD_INTERFACE:${folder}>
                              $<INSTALL_INTERFACE:include/zk_quornex/stubs>)
 endfunction()

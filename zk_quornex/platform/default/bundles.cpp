@@ -4,8 +4,9 @@
 #include <map>
 #include <utility>
 
-#include "zk_quornex/platform/default/immortal.h"
-#include "zk_quornex/platform/default/logwriter.h"
+#include "zk_quornex/platform/default/logs.h"
+#include "zk_quornex/platform/default/replaceable.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::platform {
 namespace {
@@ -55,12 +56,12 @@ class Registry : public NS_BUNDLEMGR1::BundleMgr {
   }
 
   std::shared_ptr<ServiceInterface> GetService(const char* name) override {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     return find(services_, name);
   }
 
   std::shared_ptr<LogProxy> GetLogProxy(const char* name) override {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     return find(logs_, name);
   }
 
@@ -74,14 +75,14 @@ class Registry : public NS_BUNDLEMGR1::BundleMgr {
   // service; whoever finds it earlier looks once more in vain.
   std::shared_ptr<ServiceInterface> exchangeService(const std::string& name,
                                                     std::shared_ptr<ServiceInterface> service) {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     std::shared_ptr<ServiceInterface> before = exchange(services_, name, std::move(service));
     generation_.fetch_add(1, std::memory_order_release);
     return before;
   }
 
   std::shared_ptr<LogProxy> exchangeLog(const std::string& name, std::shared_ptr<LogProxy> log) {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     return exchange(logs_, name, std::move(log));
   }
 
@@ -92,11 +93,11 @@ class Registry : public NS_BUNDLEMGR1::BundleMgr {
   // Not 0, which CheckIFBuf starts from.
   std::atomic<unsigned long> generation_{1};
 
-  // Protects what follows. The innermost lock: no service or log is called, and
-  // none is destroyed, while it is held.
-  std::mutex mutex_;
-  ByName<ServiceInterface> services_;
-  ByName<LogProxy> logs_;
+  // The innermost lock: no service or log is called, and none is destroyed, while
+  // it is held.
+  Mutex mutex_;
+  ByName<ServiceInterface> services_ ZK_GUARDED_BY(mutex_);
+  ByName<LogProxy> logs_ ZK_GUARDED_BY(mutex_);
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "zk_quornex/platform/default/emsbackend.h"
 
-#include "zk_quornex/platform/default/immortal.h"
 #include "zk_quornex/platform/default/replaceable.h"
 
 namespace zk::platform {

@@ -1,6 +1,6 @@
 // The only file that knows the log library.
 
-#include "zk_quornex/platform/default/logwriter.h"
+#include "zk_quornex/platform/default/logs.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/pattern_formatter.h>
@@ -8,10 +8,14 @@
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
+#include <algorithm>
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
 #include <stdexcept>
 #include <string_view>
 
-#include "zk_quornex/platform/default/immortal.h"
+#include "zk_quornex/platform/default/replaceable.h"
 
 namespace zk::platform {
 namespace {
@@ -95,8 +99,16 @@ class NamedLog : public NS_BUNDLEMGR1::LogProxy {
   spdlog::level::level_enum severity_;
 };
 
-}  // namespace
+// Writes trace lines to the logs: where the line comes from, then its text.
+class LogTraceSink : public TraceSink {
+ public:
+  void write(int level, const NS_CORBA::TraceRecord& origin, const char* text) override {
+    immortal<TraceLog>().logger->log(severityOf(level), "{}:{} {}: {}", orUnknown(origin.file),
+                                     origin.line, orUnknown(origin.function), text);
+  }
+};
 
+// What openLogs does, but for the level.
 void turnLogsTo(const LogSettings& settings) {
   try {
     immortal<Outlet>().turnTo(openTarget(settings));
@@ -105,14 +117,89 @@ void turnLogsTo(const LogSettings& settings) {
   }
 }
 
-void LogTraceSink::write(int level, const NS_CORBA::TraceRecord& origin, const char* text) {
-  immortal<TraceLog>().logger->log(severityOf(level), "{}:{} {}: {}", orUnknown(origin.file),
-                                   origin.line, orUnknown(origin.function), text);
+constexpr int PLAIN = 4;
+
+// A constant initialiser: good before any static initialiser runs.
+std::atomic<int> highestLevel{STANDARD_TRACE_LEVEL};
+
+Replaceable<TraceSink>& traceSink() {
+  static Replaceable<TraceSink> current(&immortal<LogTraceSink>());
+  return current;
 }
+
+inline bool isOff(int level) { return level > highestLevel.load(std::memory_order_relaxed); }
+
+// Levels from below the first are not written: sinks know 1 to 4.
+void write(int level, const char* text) {
+  if (level >= 1) traceSink().get()->write(level, *NS_CORBA::GetTss(), text);
+}
+
+// Formats on the stack; only a text longer than that costs an allocation.
+void writeFormatted(int level, const char* format, va_list arguments) {
+  char text[1024];
+  va_list again;
+  va_copy(again, arguments);
+  const int length = std::vsnprintf(text, sizeof text, format, arguments);
+  if (length < 0) {
+    write(level, format);
+  } else if (static_cast<std::size_t>(length) < sizeof text) {
+    write(level, text);
+  } else {
+    std::string whole(static_cast<std::size_t>(length), '\0');
+    std::vsnprintf(whole.data(), whole.size() + 1, format, again);
+    write(level, whole.c_str());
+  }
+  va_end(again);
+}
+
+}  // namespace
 
 std::shared_ptr<NS_BUNDLEMGR1::LogProxy> makeNamedLog(const std::string& name,
                                                       const std::string& severity) {
   return std::make_shared<NamedLog>(name, severity);
 }
 
+void openLogs(const LogSettings& settings) {
+  turnLogsTo(settings);
+  setTraceLevel(settings.level);
+}
+
+void setTraceLevel(int level) {
+  highestLevel.store(std::clamp(level, 0, PLAIN), std::memory_order_relaxed);
+}
+
+int traceLevel() { return highestLevel.load(std::memory_order_relaxed); }
+
+TraceSink* install(TraceSink* replacement) { return traceSink().install(replacement); }
+
 }  // namespace zk::platform
+
+namespace NS_CORBA {
+
+TraceRecord* GetTss() {
+  static thread_local TraceRecord record;
+  return &record;
+}
+
+void TaDebug(int level, const char* text) {
+  if (zk::platform::isOff(level)) return;
+  zk::platform::write(level, text != nullptr ? text : "(null)");
+}
+
+void TaDebugWithPara(int level, const char* format, ...) {
+  if (zk::platform::isOff(level)) return;
+  va_list arguments;
+  va_start(arguments, format);
+  zk::platform::writeFormatted(level, format, arguments);
+  va_end(arguments);
+}
+
+void TaTrace(const char* format, ...) {
+  if (zk::platform::isOff(zk::platform::PLAIN)) return;
+  va_list arguments;
+  va_start(arguments, format);
+  zk::platform::writeFormatted(zk::platform::PLAIN, format, arguments);
+  va_end(arguments);
+}
+
+}  // namespace NS_CORBA

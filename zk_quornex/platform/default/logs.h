@@ -6,8 +6,10 @@
 #define ZK_PLATFORM_DEFAULT_LOGS_H
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
+#include "zk_quornex/platform/bundle.h"
 #include "zk_quornex/platform/trace.h"
 
 namespace zk::platform {
@@ -31,6 +33,12 @@ void openLogs(const LogSettings& settings);
 // Changes the level alone. Below 0 means 0, above 4 means 4.
 void setTraceLevel(int level);
 int traceLevel();
+
+// A log that writes to the logs under a name, whatever the trace level, with
+// the severity of this name ("debug", "error", ...); unknown ones are "info".
+// It follows openLogs. Never null.
+std::shared_ptr<NS_BUNDLEMGR1::LogProxy> makeNamedLog(const std::string& name,
+                                                      const std::string& severity);
 
 // Takes every trace line that the level lets through. write is called on the
 // tracing thread, by several threads at once, and must not trace itself.

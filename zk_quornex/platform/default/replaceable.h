@@ -1,6 +1,5 @@
-// One part of the platform that a process, or a test, can put its own
-// implementation in place of. Safe on any thread; installing is meant for
-// set-up and for tests, while no other thread is inside a call.
+// Process-wide parts of the platform, and putting others in their place. Safe on
+// any thread.
 #ifndef ZK_PLATFORM_DEFAULT_REPLACEABLE_H
 #define ZK_PLATFORM_DEFAULT_REPLACEABLE_H
 
@@ -8,6 +7,18 @@
 
 namespace zk::platform {
 
+// The process's one T, made by the first call, even from a static initialiser,
+// and never destroyed: threads and destructors of statics may still trace, look
+// up and push while the process ends.
+template <class T>
+T& immortal() {
+  static T* const instance = new T;
+  return *instance;
+}
+
+// A part that a process, or a test, can put its own implementation in place of.
+// Installing is meant for set-up and for tests, while no other thread is inside a
+// call.
 template <class Interface>
 class Replaceable {
  public:

@@ -33,14 +33,14 @@ void SinkQueue::add(const SharedEvent& event) {
 }
 
 SinkQueue::Added SinkQueue::tryAdd(const SharedEvent& event) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (finished_) return Added::DROPPED;
   if (waiting_.size() >= capacity_) {
     ++counts_.dropped;
     return std::exchange(overflowing_, true) ? Added::DROPPED : Added::FIRST_DROPPED;
   }
   waiting_.push_back(event);
-  changed_.notify_one();
+  changed_.notifyOne();
   return Added::QUEUED;
 }
 
@@ -48,15 +48,17 @@ bool SinkQueue::takeNext() {
   const SharedEvent event = waitForNext();
   if (event == nullptr) return false;
   handOver(event);
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   ++counts_.taken;
   return true;
 }
 
 // Null when the queue is finished and empty.
 SharedEvent SinkQueue::waitForNext() {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait(lock, [this] { return finished_ || !waiting_.empty(); });
+  const MutexLock lock(mutex_);
+  while (!finished_ && waiting_.empty()) {
+    changed_.wait(mutex_);
+  }
   if (waiting_.empty()) return nullptr;
   SharedEvent event = std::move(waiting_.front());
   waiting_.pop_front();
@@ -78,15 +80,15 @@ void SinkQueue::handOver(const SharedEvent& event) const {
 
 void SinkQueue::finish() {
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     finished_ = true;
-    changed_.notify_one();
+    changed_.notifyOne();
   }
   thread_.join();
 }
 
 SinkCounts SinkQueue::counts() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   return counts_;
 }
 

@@ -2,15 +2,14 @@
 #ifndef ZK_PLATFORM_DEFAULT_SINKQUEUE_H
 #define ZK_PLATFORM_DEFAULT_SINKQUEUE_H
 
-#include <condition_variable>
 #include <cstddef>
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 
 #include "zk_quornex/platform/default/eventsinks.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::platform {
 
@@ -49,13 +48,12 @@ class SinkQueue {
   const std::size_t capacity_;
   std::thread thread_;
 
-  // Protects what follows; not held while the sink or the trace is called.
-  mutable std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<SharedEvent> waiting_;
-  SinkCounts counts_;
-  bool overflowing_ = false;
-  bool finished_ = false;
+  mutable Mutex mutex_;  // not held while the sink or the trace is called
+  Condition changed_;
+  std::deque<SharedEvent> waiting_ ZK_GUARDED_BY(mutex_);
+  SinkCounts counts_ ZK_GUARDED_BY(mutex_);
+  bool overflowing_ ZK_GUARDED_BY(mutex_) = false;
+  bool finished_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::platform
