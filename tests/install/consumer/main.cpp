@@ -1,7 +1,8 @@
 // The least that a user of the installed library does: convert a name, hold an
-// event cache, and adapt a record.
+// event cache, and adapt a record. Its own platform/config.h is not the library's.
 #include <iostream>
 
+#include "platform/config.h"
 #include "zk_quornex/messages/messagecach.h"
 #include "zk_quornex/mo/commonfunc.h"
 #include "zk_quornex/mo/moadapter.h"
@@ -13,7 +14,7 @@
 
 int main() {
   zk::platform::Configuration configuration;
-  configuration.emsName = "Installed/1";
+  configuration.emsName = consumer::emsName();
   zk::platform::configure(configuration);
 
   NS_QUORCORBA::TEMEName element;
