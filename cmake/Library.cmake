@@ -15,6 +15,7 @@ add_library(
   zk_quornex/names/nameparse.cpp
   zk_quornex/names/pairs.cpp
   zk_quornex/messages/eventcopy.cpp
+  zk_quornex/messages/listsignal.cpp
   zk_quornex/messages/messagecache.cpp
   zk_quornex/messages/messagehandle.cpp
   zk_quornex/messages/messagemgr.cpp

@@ -42,7 +42,8 @@ std::map<std::string, Operations> interface() {
                             {"setFilter", 1},        {"setLayerFilter", 1}, {"GetFilter", 1},
                             {"suspendFilter", 1},    {"resumeFilter", 1},   {"cancelFilter", 1},
                             {"setReportStatus", 1},  {"pushMessage", 1},    {"pushBulkMessage", 1},
-                            {"PushBulkMessage", 1},  {"getMsgList", 1}};
+                            {"PushBulkMessage", 1},  {"getMsgList", 1},     {"listSignal", 1}};
+  result["NXListSignal"] = {{"wait", 1}};
   result["TANotification"] = {
       {"OnObjectCreated", 1},      {"OnObjectDeleted", 1},        {"OnObjectAVC", 1},
       {"OnObjectStateChanged", 1}, {"SendObjectNotification", 1}, {"SendNotification", 2},

@@ -5,6 +5,7 @@
 #define ZK_MESSAGES_MESSAGECACH_H
 
 #include "zk_quornex/messages/filter.h"
+#include "zk_quornex/messages/listsignal.h"
 #include "zk_quornex/messages/messagecache.h"
 #include "zk_quornex/messages/messagehandle.h"
 #include "zk_quornex/messages/messagemgr.h"

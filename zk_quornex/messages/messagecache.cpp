@@ -40,6 +40,7 @@ NXMessageCache::NXMessageCache()
 
 NXMessageCache::~NXMessageCache() {
   stopping_ = true;
+  signal_->end();
   notFull_.signal();
   agent_.reset();
   filter_.reset();
@@ -106,6 +107,7 @@ int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
   events_->length(lengthFor(count));
   list = events_.release();
   index_.store(0, std::memory_order_relaxed);
+  signal_->empty();
   notFull_.signal();
   return 0;
 }
@@ -133,6 +135,7 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
     copyEvent(*event->get(), entry);
   }
   index_.store(index + 1, std::memory_order_relaxed);
+  signal_->fill();
   reference.reset();
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::assembleMsg]pEvents length =%d, index_=%d.",

@@ -13,6 +13,7 @@
 
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
+#include "zk_quornex/messages/listsignal.h"
 #include "zk_quornex/messages/msgagent.h"
 
 namespace NS_QUORCORBA {
@@ -26,7 +27,8 @@ class NXMessageCache {
   // Starts the client's thread.
   NXMessageCache();
 
-  // Ends the thread and waits for it; events still queued or listed are freed.
+  // Ends all waits for the list, then the thread, and waits for that; events
+  // still queued or listed are freed.
   ~NXMessageCache();
 
   NXMessageCache(const NXMessageCache&) = delete;
@@ -56,6 +58,9 @@ class NXMessageCache {
   // it. Returns 0, or -1 for a null event. Called by the agent's thread.
   int assembleMsg(NXEventHolder* event);
 
+  // What to wait by for the list to hold events. Never null; any thread.
+  const std::shared_ptr<NXListSignal>& listSignal() const { return signal_; }
+
   // The rest is what the agent's thread watches, without the list lock.
 
   bool isOver() const;
@@ -82,6 +87,7 @@ class NXMessageCache {
   // the time, and a list with room for all its events is large.
   std::unique_ptr<notifications::EventList_T> events_;
 
+  const std::shared_ptr<NXListSignal> signal_ = std::make_shared<NXListSignal>();
   ACE_Event notFull_;
   std::atomic<bool> stopping_{false};
   std::unique_ptr<Nex_MsgAgent> agent_;

@@ -170,6 +170,12 @@ int NXMessageHandle::getMsgList(long clientID, notifications::EventList_T*& list
   return client != nullptr ? client->getMsgList(list) : 0;
 }
 
+std::shared_ptr<NXListSignal> NXMessageHandle::listSignal(long clientID) {
+  ACE_Guard<ACE_Mutex> guard(lock_);
+  NXMessageCache* client = find(clientID);
+  return client != nullptr ? client->listSignal() : nullptr;
+}
+
 NXMessageCache* NXMessageHandle::find(long clientID) const {
   const auto found = clients_.find(clientID);
   return found != clients_.end() ? found->second.get() : nullptr;

@@ -61,6 +61,10 @@ class NXMessageHandle {
   // an unknown client.
   int getMsgList(long clientID, notifications::EventList_T*& list);
 
+  // What to wait by for the client's list to hold events; null for an unknown
+  // client.
+  std::shared_ptr<NXListSignal> listSignal(long clientID);
+
  private:
   using Clients = std::map<long, std::unique_ptr<NXMessageCache>>;
 

@@ -230,4 +230,14 @@ int NXMessageMgr::getMsgList(long msgClass, long clientID,
                   [&](NXMessageHandle& handle) { return handle.getMsgList(clientID, list); });
 }
 
+std::shared_ptr<NXListSignal> NXMessageMgr::listSignal(long msgClass, long clientID) const {
+  std::shared_ptr<NXListSignal> signal;
+  const auto find = [&](NXMessageHandle& handle) {
+    signal = handle.listSignal(clientID);
+    return 0;
+  };
+  onClass(msgClass, find, [] {});
+  return signal;
+}
+
 }  // namespace NS_QUORCORBA

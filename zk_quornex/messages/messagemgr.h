@@ -6,12 +6,14 @@
 #include <atomic>
 #include <list>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
+#include "zk_quornex/messages/listsignal.h"
 #include "zk_quornex/messages/refcount.h"
 
 // The producer's own fault record; passed on to filters, never looked into.
@@ -103,6 +105,12 @@ class __attribute__((visibility("default"))) NXMessageMgr {
   // Gives all events kept since the last call, oldest first, as a list that the
   // caller frees. For an unknown client list is untouched: set it to null first.
   int getMsgList(long msgClass, long clientID, notifications::EventList_T*& list) const;
+
+  // What to wait by for getMsgList to have events. It tells of the client as it
+  // is subscribed now: when it says that this one is over, another may be there
+  // under the same id. Null, without a failure line, for an unknown class or
+  // client.
+  std::shared_ptr<NXListSignal> listSignal(long msgClass, long clientID) const;
 
  private:
   NXMessageMgr();

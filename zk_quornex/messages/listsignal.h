@@ -1,0 +1,54 @@
+// Tells whoever serves a client of the event cache that its list holds events,
+// so that nobody has to poll it.
+#ifndef ZK_MESSAGES_LISTSIGNAL_H
+#define ZK_MESSAGES_LISTSIGNAL_H
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace NS_QUORCORBA {
+
+// Shared by one client's cache and those who wait for its events; it outlives
+// the cache for as long as somebody keeps it. Any number of threads may wait at
+// once, and waiting holds no lock of the cache.
+class __attribute__((visibility("default"))) NXListSignal {
+ public:
+  enum class State {
+    EVENTS,   // the list holds at least one event
+    OVER,     // the client is gone: unsubscribed, replaced or found invalid
+    TIME_OUT  // neither has come to pass in time
+  };
+
+  NXListSignal() = default;
+  NXListSignal(const NXListSignal&) = delete;
+  NXListSignal& operator=(const NXListSignal&) = delete;
+
+  // Blocks until the list holds an event, the client is gone, or it is time.
+  // Returns at once while events are listed, until somebody fetches them; and
+  // from the client's end on always OVER, whatever was listed then. A time that
+  // has passed asks without waiting.
+  State wait(std::chrono::steady_clock::time_point until);
+
+ private:
+  friend class NXMessageCache;
+
+  enum class Filling { EMPTY, FILLED, ENDED };
+
+  // The cache's: fill and empty under its list lock, fill after each event. An
+  // event that is not the first of its list costs a load.
+  void fill() { become(Filling::FILLED); }
+  void empty() { become(Filling::EMPTY); }
+  void end() { become(Filling::ENDED); }
+
+  void become(Filling filling);
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::atomic<Filling> filling_{Filling::EMPTY};  // changed under mutex_
+};
+
+}  // namespace NS_QUORCORBA
+
+#endif
