@@ -15,6 +15,8 @@ NXListSignal::State NXListSignal::wait(std::chrono::steady_clock::time_point unt
   }
 }
 
+void NXListSignal::end() { become(Filling::ENDED); }
+
 void NXListSignal::become(Filling filling) {
   if (filling_.load(std::memory_order_relaxed) == filling) {
     return;

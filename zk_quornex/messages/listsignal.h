@@ -31,6 +31,11 @@ class __attribute__((visibility("default"))) NXListSignal {
   // has passed asks without waiting.
   State wait(std::chrono::steady_clock::time_point until);
 
+  // Calls the client over, for all who wait now or later: for whoever lets go of
+  // it and cannot count on the cache, whose class may be blocked. The client
+  // itself stays until it is unsubscribed.
+  void end();
+
  private:
   friend class NXMessageCache;
 
@@ -40,7 +45,6 @@ class __attribute__((visibility("default"))) NXListSignal {
   // event that is not the first of its list costs a load.
   void fill() { become(Filling::FILLED); }
   void empty() { become(Filling::EMPTY); }
-  void end() { become(Filling::ENDED); }
 
   void become(Filling filling);
 
