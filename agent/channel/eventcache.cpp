@@ -1,9 +1,8 @@
 #include "agent/channel/eventcache.h"
 
-#include <utility>
+#include <string>
 
 #include "agent/base/log.h"
-#include "agent/channel/gatefilter.h"
 #include "zk_quornex/messages/messagecach.h"
 #include "zk_quornex/notify/exceptions.h"
 
@@ -13,73 +12,113 @@ namespace {
 
 using CosNotification::StructuredEvent;
 using notifications::EventList_T;
+using NS_QUORCORBA::NXListSignal;
 using NS_QUORCORBA::NXMessageMgr;
+using Guard = std::lock_guard<std::mutex>;
 
 struct Release {
   void operator()(NXMessageMgr::Event* holder) const { holder->release(); }
 };
 
-constexpr std::array<EventKind, EVENT_KINDS> kinds = {EventKind::Alarm, EventKind::Object};
-
 }  // namespace
 
-// Two copies: filters read one, which may change how the ORB stores it, while
-// the clients' threads already copy the other.
+// The gates read the event before any client's thread sees it: reading may change
+// how the ORB stores a property, and those threads copy it all at once.
 void EventCache::push(const StructuredEvent& event) {
-  const EventKind kind = kindOf(event);
-  if (!isUsable(kind)) {
+  const Gates gates = wanting(event.header.fixed_header.event_type);
+  if (blocked_ || gates.empty()) {
     return;
   }
-  const StructuredEvent seen(event);
-  const std::unique_ptr<NXMessageMgr::Event, Release> holder(
-      new NXMessageMgr::Event(new StructuredEvent(event)));
+  auto own = std::make_unique<StructuredEvent>(event);
+  AdmittedClients admitted;
+  for (const auto& [client, gate] : gates) {
+    if (gate->accept(*own)) {
+      admitted.push_back(client);
+    }
+  }
+  if (!admitted.empty()) {
+    offer(std::move(own), admitted);
+  }
+}
+
+EventCache::Gates EventCache::wanting(const CosNotification::EventType& type) const {
+  Gates gates;
+  const Guard guard(mutex_);
+  for (const auto& [client, gate] : gates_) {
+    if (gate->wants(type)) {
+      gates.emplace_back(client, gate);
+    }
+  }
+  return gates;
+}
+
+void EventCache::offer(std::unique_ptr<StructuredEvent> event, const AdmittedClients& admitted) {
+  const std::unique_ptr<NXMessageMgr::Event, Release> holder(new NXMessageMgr::Event(event.get()));
+  static_cast<void>(event.release());
   try {
-    NXMessageMgr::Instance()->pushMessage(messageClassOf(kind), holder.get(), &seen);
+    NXMessageMgr::Instance()->pushMessage(MESSAGE_CLASS, holder.get(), &admitted);
   } catch (const InterfaceNotExistException&) {
-    blocked_[indexOf(kind)] = true;
-    logFailure("no validity service: message class " + std::to_string(messageClassOf(kind)) +
+    blocked_ = true;
+    logFailure("no validity service: message class " + std::to_string(MESSAGE_CLASS) +
                " of the event cache is out of use");
   }
 }
 
-void EventCache::subscribe(long client, const std::shared_ptr<Gate>& gate) {
-  NXMessageMgr* const manager = NXMessageMgr::Instance();
-  for (const EventKind kind : kinds) {
-    if (isUsable(kind)) {
-      manager->subscribeMsg(messageClassOf(kind), client, new GateFilter(kind, gate), nullptr);
-      manager->setReportStatus(messageClassOf(kind), client, true);
-    }
+std::shared_ptr<NXListSignal> EventCache::subscribe(long client,
+                                                    const std::shared_ptr<Gate>& gate) {
+  std::shared_ptr<NXListSignal> signal;
+  if (!blocked_) {
+    NXMessageMgr* const manager = NXMessageMgr::Instance();
+    manager->subscribeMsg(MESSAGE_CLASS, client, new GateFilter(client, gate), nullptr);
+    manager->setReportStatus(MESSAGE_CLASS, client, true);
+    signal = manager->listSignal(MESSAGE_CLASS, client);
+    const Guard guard(mutex_);
+    gates_[client] = gate;
   }
+  return signal ? signal : std::make_shared<NXListSignal>();
 }
 
 void EventCache::unsubscribe(long client) {
-  for (const EventKind kind : kinds) {
-    if (isUsable(kind)) {
-      NXMessageMgr::Instance()->unSubscribeMsg(messageClassOf(kind), client);
-    }
+  {
+    const Guard guard(mutex_);
+    gates_.erase(client);
+  }
+  if (!blocked_) {
+    NXMessageMgr::Instance()->unSubscribeMsg(MESSAGE_CLASS, client);
   }
 }
 
-std::unique_ptr<EventList_T> EventCache::takeList(EventKind kind, long client) {
+std::unique_ptr<EventList_T> EventCache::takeList(long client) {
   EventList_T* list = nullptr;
-  if (isUsable(kind)) {
-    NXMessageMgr::Instance()->getMsgList(messageClassOf(kind), client, list);
+  if (!blocked_) {
+    NXMessageMgr::Instance()->getMsgList(MESSAGE_CLASS, client, list);
   }
-  return list != nullptr ? std::unique_ptr<EventList_T>(list) : std::make_unique<EventList_T>();
+  return std::unique_ptr<EventList_T>(list);
 }
 
 CacheClient::CacheClient(std::shared_ptr<EventCache> cache, long client,
                          const std::shared_ptr<Gate>& gate)
-    : cache_(std::move(cache)), client_(client) {
-  cache_->subscribe(client_, gate);
-}
+    : cache_(std::move(cache)), client_(client), signal_(cache_->subscribe(client, gate)) {}
 
 CacheClient::~CacheClient() { end(); }
 
-std::unique_ptr<EventList_T> CacheClient::takeList(EventKind kind) {
-  return cache_->takeList(kind, client_);
+CacheClient::State CacheClient::wait(Gate::Clock::time_point until) { return signal_->wait(until); }
+
+// What is listed in a class that is out of use stays there: nobody is to wait for
+// it any more.
+std::unique_ptr<EventList_T> CacheClient::takeList() {
+  auto list = cache_->takeList(client_);
+  if (!list) {
+    signal_->end();
+  }
+  return list;
 }
 
-void CacheClient::end() { cache_->unsubscribe(client_); }
+void CacheClient::end() {
+  if (!ended_.exchange(true)) {
+    signal_->end();
+    cache_->unsubscribe(client_);
+  }
+}
 
 }  // namespace zk::agent

@@ -1,60 +1,119 @@
-// The library's event cache as this agent uses it: alarms in class 8, everything
-// else in class 10, each proxy a client of both. Safe on any thread.
+// The library's event cache as this agent uses it: how proxies are numbered as its
+// clients, which of them are still to be served, and the one way in and out. Safe
+// on any thread.
 #ifndef ZK_AGENT_CHANNEL_EVENTCACHE_H
 #define ZK_AGENT_CHANNEL_EVENTCACHE_H
 
-#include <array>
 #include <atomic>
+#include <functional>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
 
 #include "agent/channel/gate.h"
 #include "zk_quornex/idl/events.h"
+#include "zk_quornex/messages/listsignal.h"
+#include "zk_quornex/platform/services.h"
 
 namespace zk::agent {
 
-// The client's lists, for whoever delivers from them.
-class ListSource {
+// The session's id is in the upper bits, so that the cache's question about a
+// client is one about its session. Proxy numbers run from 1 to 65535.
+constexpr long PROXIES_PER_SESSION = 65536;
+
+constexpr long clientIdOf(long session, long proxy) {
+  return session * PROXIES_PER_SESSION + proxy;
+}
+constexpr long sessionOf(long clientId) { return clientId / PROXIES_PER_SESSION; }
+
+// Answers the event cache from the live sessions: what a dead session left in the
+// cache is gone with the next event.
+class ClientValidity : public NS_SECURITY_SERVICE1::SecurityIF {
  public:
-  virtual ~ListSource() = default;
-  // All events kept of this kind, oldest first; never null.
-  virtual std::unique_ptr<notifications::EventList_T> takeList(EventKind kind) = 0;
+  // isAlive is asked for every client on every event, under locks of the cache:
+  // it must be quick and must not call into the cache.
+  explicit ClientValidity(std::function<bool(long session)> isAlive)
+      : isAlive_(std::move(isAlive)) {}
+
+  bool IsClientValid(long clientId, long, const char*, const char*, const char*) override {
+    return isAlive_(sessionOf(clientId));
+  }
+
+ private:
+  const std::function<bool(long)> isAlive_;
 };
 
 class EventCache {
  public:
-  // Offers a copy of the event to every client. When the validity service is
-  // missing, the event's class is out of use for good, as the cache says, and so
-  // it is here: nothing more is pushed to it, and nobody waits for its lock.
+  // Events of every type go into this message class, one of the two that the
+  // manager starts with: the cache keeps an order among the events of one class
+  // only, and a client costs a thread in each class. 10 and not 8, so that the
+  // cache's class for alarms never holds anything else.
+  static constexpr long MESSAGE_CLASS = 10;
+
+  // Offers the event to the gates, and a copy of it to the clients of those that
+  // let it in; there is no copy when no gate wants its type. Called by one thread
+  // at a time. When the validity service is missing, the message class is out of
+  // use for good, as the cache says, and so it is here: nothing more is pushed to
+  // it, and nobody waits for its lock.
   void push(const CosNotification::StructuredEvent& event);
 
-  // Events flow to the gate from now on.
-  void subscribe(long client, const std::shared_ptr<Gate>& gate);
-  // The client's events are dropped. Waits for the client's threads, not for any
+  // Events flow through the gate from now on. The signal tells of them, and of
+  // the client's end; never null.
+  std::shared_ptr<NS_QUORCORBA::NXListSignal> subscribe(long client,
+                                                        const std::shared_ptr<Gate>& gate);
+  // The client's events are dropped. Waits for the client's thread, not for any
   // consumer. An unknown client is fine.
   void unsubscribe(long client);
 
-  std::unique_ptr<notifications::EventList_T> takeList(EventKind kind, long client);
+  // All events kept for the client, oldest first; null when the cache is out of
+  // use and when the client is gone.
+  std::unique_ptr<notifications::EventList_T> takeList(long client);
 
  private:
-  bool isUsable(EventKind kind) const { return !blocked_[indexOf(kind)].load(); }
+  using Gates = std::vector<std::pair<long, std::shared_ptr<Gate>>>;
 
-  std::array<std::atomic<bool>, EVENT_KINDS> blocked_{};
+  Gates wanting(const CosNotification::EventType& type) const;
+  void offer(std::unique_ptr<CosNotification::StructuredEvent> event,
+             const AdmittedClients& admitted);
+
+  std::atomic<bool> blocked_{false};
+  mutable std::mutex mutex_;  // before the gates'; not held while the cache is called
+  std::map<long, std::shared_ptr<Gate>> gates_;
+};
+
+// One client's events, for whoever delivers them.
+class EventSource {
+ public:
+  using State = NS_QUORCORBA::NXListSignal::State;
+
+  virtual ~EventSource() = default;
+  // Waits for events, for the client's end, or until then.
+  virtual State wait(Gate::Clock::time_point until) = 0;
+  // All events kept, oldest first; null when there are none any more.
+  virtual std::unique_ptr<notifications::EventList_T> takeList() = 0;
 };
 
 // One client of the cache, from its making to end().
-class CacheClient : public ListSource {
+class CacheClient : public EventSource {
  public:
   CacheClient(std::shared_ptr<EventCache> cache, long client, const std::shared_ptr<Gate>& gate);
   ~CacheClient() override;
   CacheClient(const CacheClient&) = delete;
   CacheClient& operator=(const CacheClient&) = delete;
 
-  std::unique_ptr<notifications::EventList_T> takeList(EventKind kind) override;
+  State wait(Gate::Clock::time_point until) override;
+  std::unique_ptr<notifications::EventList_T> takeList() override;
+  // Ends every wait at once. May be called again.
   void end();
 
  private:
   const std::shared_ptr<EventCache> cache_;
   const long client_;
+  const std::shared_ptr<NS_QUORCORBA::NXListSignal> signal_;
+  std::atomic<bool> ended_{false};
 };
 
 }  // namespace zk::agent

@@ -3,7 +3,7 @@
 #ifndef ZK_AGENT_CHANNEL_EVENTQUEUE_H
 #define ZK_AGENT_CHANNEL_EVENTQUEUE_H
 
-#include <array>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 
@@ -18,37 +18,37 @@ class EventQueue {
   using Clock = Gate::Clock;
   using Batch = CosNotification::EventBatch;
 
-  EventQueue(std::shared_ptr<Gate> gate, std::shared_ptr<ListSource> source);
+  EventQueue(std::shared_ptr<Gate> gate, std::shared_ptr<EventSource> source);
 
-  // One step, which never waits: adds events that have arrived in the cache's lists
-  // to batch, which then holds up to most, and returns how many were added.
-  CORBA::ULong take(CORBA::ULong most, Batch& batch);
+  // A time that never comes.
+  static Clock::time_point never();
 
-  // Puts up to most events into batch, in place of what it held, and returns how
-  // many. Waits until then for at least so many; for events that the gate has let
-  // in already in any case, as long as the cache's thread may need. 0 also once
-  // the gate is closed.
+  // Adds events to batch, which then holds up to most, and returns how many it
+  // holds. Waits until then for it to hold atLeast; for events that the gate has
+  // let in already in any case, as long as the cache's thread may need. Once the
+  // client is gone, its gate is closed, the batch is emptied, and 0 is returned.
   CORBA::ULong fetch(CORBA::ULong most, Batch& batch, Clock::time_point until,
                      CORBA::ULong atLeast = 1);
 
  private:
-  // A list on its way out, and when the next may be asked for.
-  struct Kept {
-    std::unique_ptr<notifications::EventList_T> list;
-    CORBA::ULong at = 0;
-    Clock::time_point nextAt{};
-
-    CORBA::ULong left() const { return list ? list->length() - at : 0; }
-  };
+  using Lock = std::unique_lock<std::mutex>;
 
   // These need the mutex.
-  bool refill(EventKind kind);
-  bool handOverWhole(Kept& kept, CORBA::ULong length, Batch& batch);
+  bool awaitList(Lock& lock, Clock::time_point until);
+  void take(CORBA::ULong most, Batch& batch);
+  bool refill();
+  CORBA::ULong left() const { return list_ ? list_->length() - at_ : 0; }
 
   const std::shared_ptr<Gate> gate_;
-  const std::shared_ptr<ListSource> source_;
-  std::mutex mutex_;
-  std::array<Kept, EVENT_KINDS> kept_;
+  const std::shared_ptr<EventSource> source_;
+
+  std::mutex mutex_;  // before the cache's locks; not held while waiting
+  // One thread waits at the source, and it alone takes the next list; others wait
+  // for it, so that none sleeps while another keeps what it could have.
+  bool watched_ = false;
+  std::condition_variable looked_;
+  std::unique_ptr<notifications::EventList_T> list_;  // on its way out
+  CORBA::ULong at_ = 0;
 };
 
 }  // namespace zk::agent

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "agent/base/log.h"
-#include "agent/channel/clientids.h"
 #include "zk_quornex/platform/config.h"
 #include "zk_quornex/platform/default/bundles.h"
 #include "zk_quornex/platform/default/eventsinks.h"

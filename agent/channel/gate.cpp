@@ -3,34 +3,36 @@
 #include <algorithm>
 #include <utility>
 
+#include "agent/channel/events.h"
+
 namespace zk::agent {
 
 using Guard = std::lock_guard<std::mutex>;
 
-Gate::Gate(long proxy, Admits admits, Limit limit, std::shared_ptr<Losses> losses)
-    : proxy_(proxy),
-      admits_(std::move(admits)),
-      limit_(std::move(limit)),
-      losses_(std::move(losses)) {}
+Gate::Gate(long proxy, Rules rules, std::shared_ptr<Losses> losses)
+    : proxy_(proxy), rules_(std::move(rules)), losses_(std::move(losses)) {}
 
-bool Gate::accept(EventKind kind, const CosNotification::StructuredEvent& event) {
-  if (isClosed() || !admits_(event)) {
+bool Gate::wants(const CosNotification::EventType& type) const {
+  return !isClosed() && rules_.isSubscribed(type);
+}
+
+bool Gate::accept(const CosNotification::StructuredEvent& event) {
+  if (isClosed() || !rules_.admits(event)) {
     return false;
   }
-  const bool accepted = tryAccept(kind);
+  const bool accepted = tryAccept();
   if (!accepted) {
     miss(timeOf(event), textOf(event, "notificationId"));
   }
   return accepted;
 }
 
-bool Gate::tryAccept(EventKind kind) {
-  const long limit = limit_();
+bool Gate::tryAccept() {
+  const long limit = rules_.limit();
   const Guard guard(mutex_);
   if (accepted_ - delivered_ >= static_cast<unsigned long>(limit)) {
     return false;
   }
-  order_.push_back(kind);
   ++accepted_;
   changed_.notify_all();
   return true;
@@ -57,22 +59,9 @@ void Gate::endLossWhenHealed() {
   }
 }
 
-Gate::Run Gate::next(CORBA::ULong most) const {
-  const Guard guard(mutex_);
-  Run run;
-  if (!order_.empty()) {
-    run.kind = order_.front();
-    while (run.length < most && run.length < order_.size() && order_[run.length] == run.kind) {
-      ++run.length;
-    }
-  }
-  return run;
-}
-
 void Gate::fetched(CORBA::ULong count) {
   const Guard guard(mutex_);
-  const auto gone = std::min<std::size_t>(count, order_.size());
-  order_.erase(order_.begin(), order_.begin() + static_cast<std::ptrdiff_t>(gone));
+  fetched_ += count;
 }
 
 void Gate::delivered(CORBA::ULong count) {
@@ -83,18 +72,13 @@ void Gate::delivered(CORBA::ULong count) {
 
 std::size_t Gate::waiting() const {
   const Guard guard(mutex_);
-  return order_.size();
+  return accepted_ - fetched_;
 }
 
-bool Gate::awaitEvents(Clock::time_point until, std::size_t atLeast) const {
+bool Gate::awaitWaiting(std::size_t atLeast, Clock::time_point until) const {
   std::unique_lock<std::mutex> lock(mutex_);
-  const auto arrived = [&] { return closed_ || order_.size() >= atLeast; };
-  if (until == Clock::time_point::max()) {
-    changed_.wait(lock, arrived);  // the end of time overflows in wait_until
-  } else {
-    changed_.wait_until(lock, until, arrived);
-  }
-  return !closed_ && order_.size() >= atLeast;
+  changed_.wait_until(lock, until, [&] { return closed_ || accepted_ - fetched_ >= atLeast; });
+  return !closed_ && accepted_ - fetched_ >= atLeast;
 }
 
 bool Gate::awaitResumed() const {
@@ -131,6 +115,33 @@ void Gate::close() {
 bool Gate::isClosed() const {
   const Guard guard(mutex_);
   return closed_;
+}
+
+GateFilter::GateFilter(long client, std::shared_ptr<Gate> gate)
+    : client_(client), gate_(std::move(gate)) {}
+
+GateFilter::~GateFilter() { gate_->close(); }
+
+bool GateFilter::isFiltered(const void* context) {
+  const auto* const admitted = static_cast<const AdmittedClients*>(context);
+  return admitted == nullptr || !std::binary_search(admitted->begin(), admitted->end(), client_);
+}
+
+int GateFilter::GetFilter(Numbers&, Texts&, Numbers&, Numbers&, Time& start, Time&, Texts&) {
+  start = {1970, 1, 1, 0, 0, 0};
+  return 0;
+}
+
+int GateFilter::suspendFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) {
+  return -1;
+}
+
+int GateFilter::resumeFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) {
+  return -1;
+}
+
+int GateFilter::cancelFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) {
+  return -1;
 }
 
 }  // namespace zk::agent

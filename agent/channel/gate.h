@@ -1,20 +1,21 @@
 // What stands between the event cache and one proxy: decides for every event
-// whether the proxy gets it, keeps the order of those it let in, and wakes
-// whoever delivers them. Safe on any thread.
+// whether the proxy gets it, counts those it let in, and holds up whoever delivers
+// them while the proxy is suspended. Safe on any thread.
 #ifndef ZK_AGENT_CHANNEL_GATE_H
 #define ZK_AGENT_CHANNEL_GATE_H
 
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <vector>
 
-#include "agent/channel/eventfields.h"
 #include "agent/channel/losses.h"
 #include "zk_quornex/idl/events.h"
+#include "zk_quornex/messages/filter.h"
 
 namespace zk::agent {
 
@@ -26,25 +27,26 @@ namespace zk::agent {
 class Gate {
  public:
   using Clock = std::chrono::steady_clock;
-  using Admits = std::function<bool(const CosNotification::StructuredEvent&)>;
-  using Limit = std::function<long()>;
 
-  // admits and limit are called on the threads that push; losses may be null.
-  Gate(long proxy, Admits admits, Limit limit, std::shared_ptr<Losses> losses);
+  // Called on the thread that feeds the cache.
+  struct Rules {
+    std::function<bool(const CosNotification::EventType&)> isSubscribed;
+    std::function<bool(const CosNotification::StructuredEvent&)> admits;
+    std::function<long()> limit;
+  };
 
-  // Whether the event is let in; it must then reach the cache's list of its kind,
-  // in the order of these calls. The event belongs to the calling thread.
-  bool accept(EventKind kind, const CosNotification::StructuredEvent& event);
+  // losses may be null.
+  Gate(long proxy, Rules rules, std::shared_ptr<Losses> losses);
+
+  // Whether the proxy may want an event of this type.
+  bool wants(const CosNotification::EventType& type) const;
+  // Whether the event, of a type that it wants, is let in; it must then reach the
+  // cache's list. The event belongs to the calling thread.
+  bool accept(const CosNotification::StructuredEvent& event);
   // Events were lost before they came here.
   void miss(const std::string& time, const std::string& notificationId);
 
-  struct Run {
-    EventKind kind = EventKind::Object;
-    CORBA::ULong length = 0;
-  };
-  // The events to fetch next: as many of the same kind as follow each other.
-  Run next(CORBA::ULong most) const;
-  // That many of them have left the cache's lists.
+  // That many events that were let in have left the cache's list.
   void fetched(CORBA::ULong count);
   // That many fetched ones are the consumer's now.
   void delivered(CORBA::ULong count);
@@ -53,7 +55,7 @@ class Gate {
 
   // Each waits for its condition, for close() or until then; true when the
   // condition holds and the gate is open.
-  bool awaitEvents(Clock::time_point until, std::size_t atLeast = 1) const;
+  bool awaitWaiting(std::size_t atLeast, Clock::time_point until) const;
   bool awaitResumed() const;
   // Waits for close() or until then.
   void pause(Clock::duration time) const;
@@ -67,23 +69,53 @@ class Gate {
   bool isClosed() const;
 
  private:
-  bool tryAccept(EventKind kind);
+  bool tryAccept();
   void endLossWhenHealed();  // needs the mutex
 
   const long proxy_;
-  const Admits admits_;
-  const Limit limit_;
+  const Rules rules_;
   const std::shared_ptr<Losses> losses_;
 
   mutable std::mutex mutex_;
   mutable std::condition_variable changed_;
-  std::deque<EventKind> order_;  // of the events accepted and not fetched
   unsigned long accepted_ = 0;
+  unsigned long fetched_ = 0;
   unsigned long delivered_ = 0;
   unsigned long healedAt_ = 0;  // the count of deliveries that ends the loss
   bool losing_ = false;
   bool suspended_ = false;
   bool closed_ = false;
+};
+
+// Whose gates have let an event in: clients of the event cache, ascending. The
+// context of a push.
+using AdmittedClients = std::vector<long>;
+
+// A gate as the event cache's filter, which the cache owns: lets through what the
+// gate has let in, and nothing without a context.
+class GateFilter : public NS_QUORCORBA::NXMessageFilter {
+ public:
+  using Numbers = std::vector<long>;
+  using Texts = std::vector<std::string>;
+  using Time = NS_QUORCORBA::stDateTimeType;
+
+  GateFilter(long client, std::shared_ptr<Gate> gate);
+  // The cache lets go of the client: the gate is closed.
+  ~GateFilter() override;
+
+  bool isFiltered(const void* context) override;
+
+  // There are no criteria. The beginning of time stands as the start, since the
+  // cache asks no filter that reports nothing.
+  int GetFilter(Numbers&, Texts&, Numbers&, Numbers&, Time& start, Time&, Texts&) override;
+  // Refused: -1.
+  int suspendFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) override;
+  int resumeFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) override;
+  int cancelFilter(Numbers&, Numbers&, Numbers&, Numbers&, Time&, Time&, Texts&) override;
+
+ private:
+  const long client_;
+  const std::shared_ptr<Gate> gate_;
 };
 
 }  // namespace zk::agent

@@ -1,42 +1,187 @@
 #include "agent/channel/proxies.h"
 
-#include "agent/channel/clientids.h"
-#include "agent/channel/propertychecks.h"
-#include "agent/channel/proxyservants.h"
+#include <utility>
+
+#include "agent/channel/eventcache.h"
+#include "agent/channel/servants.h"
 #include "agent/channel/sessionchannel.h"
 
 namespace zk::agent {
 
-using CosNotifyChannelAdmin::AdminID;
-using CosNotifyChannelAdmin::ProxyID;
-using CosNotifyChannelAdmin::ProxyIDSeq;
-using CosNotifyChannelAdmin::ProxyIDSeq_var;
-using CosNotifyChannelAdmin::ProxySupplier;
-using CosNotifyChannelAdmin::ProxySupplier_ptr;
-using Guard = std::lock_guard<std::mutex>;
-
 namespace {
+
+using namespace CosNotifyChannelAdmin;
+using Guard = std::lock_guard<std::mutex>;
 
 constexpr ProxyID MOST_ID = static_cast<ProxyID>(PROXIES_PER_SESSION - 1);
 
+std::shared_ptr<Gate> makeGate(const ChannelParts& parts, const ProxyGroup& group, long number,
+                               const std::shared_ptr<Selection>& own, std::shared_ptr<Qos> qos) {
+  Gate::Rules rules;
+  rules.isSubscribed = [shared = group.selection, own](const CosNotification::EventType& type) {
+    return shared->isSubscribed(type) && own->isSubscribed(type);
+  };
+  rules.admits = [shared = group.selection, own,
+                  how = group.combination](const CosNotification::StructuredEvent& event) {
+    return admits(*shared, *own, how, event);
+  };
+  rules.limit = [kept = std::move(qos)] { return kept->limit(); };
+  return std::make_shared<Gate>(number, std::move(rules), parts.losses);
+}
+
+void tryFarewell(const std::function<void()>& farewell) {
+  try {
+    farewell();
+  } catch (const CORBA::Exception&) {
+    // It is gone already, which is as good.
+  }
+}
+
 }  // namespace
 
+Proxy::Proxy(std::shared_ptr<const ChannelParts> parts, std::shared_ptr<ProxyGroup> group,
+             long number, ProxyType type, GivenUp givenUp)
+    : parts_(std::move(parts)),
+      group_(std::move(group)),
+      number_(number),
+      type_(type),
+      givenUp_(std::move(givenUp)),
+      selection_(std::make_shared<Selection>(parts_->settings)),
+      qos_(std::make_shared<Qos>(group_->qos.values(), Qos::mostOf(parts_->settings))),
+      gate_(makeGate(*parts_, *group_, number_, selection_, qos_)) {}
+
+bool Proxy::isPush() const { return type_ == PUSH_STRUCTURED || type_ == PUSH_SEQUENCE; }
+
+void Proxy::connect(std::function<void()> farewell) {
+  if (state_ == State::CONNECTED) {
+    throw CosEventChannelAdmin::AlreadyConnected();
+  }
+  if (state_ == State::CLOSED) {
+    throw CORBA::OBJECT_NOT_EXIST();
+  }
+  client_ =
+      std::make_shared<CacheClient>(parts_->cache, clientIdOf(parts_->session, number_), gate_);
+  queue_ = std::make_shared<EventQueue>(gate_, client_);
+  farewell_ = std::move(farewell);
+  state_ = State::CONNECTED;
+}
+
+void Proxy::connectPush(const std::shared_ptr<PushTarget>& target) {
+  const Guard guard(mutex_);
+  connect(nullptr);
+  if (!parts_->workers->start([self = shared_from_this(), target] { self->deliver(target); })) {
+    client_->end();
+    state_ = State::CLOSED;
+    throw CORBA::NO_RESOURCES();
+  }
+  farewell_ = [target] { target->disconnect(); };
+}
+
+void Proxy::connectPull(std::function<void()> farewell) {
+  const Guard guard(mutex_);
+  connect(std::move(farewell));
+}
+
+// The push thread.
+void Proxy::deliver(const std::shared_ptr<PushTarget>& target) {
+  std::shared_ptr<EventQueue> queue;
+  {
+    const Guard guard(mutex_);
+    queue = queue_;
+  }
+  Pusher pusher(gate_, queue, qos_, target, parts_->settings);
+  Pusher::Step step = Pusher::Step::AGAIN;
+  while (step == Pusher::Step::AGAIN) {
+    step = pusher.step();
+  }
+  if (step == Pusher::Step::FAILED) {
+    givenUp_(number_, pusher.failure());
+  }
+}
+
+void Proxy::checkConnected() const {
+  if (state_ != State::CONNECTED) {
+    throw NotConnected();
+  }
+}
+
+void Proxy::suspend() {
+  const Guard guard(mutex_);
+  checkConnected();
+  if (gate_->isSuspended()) {
+    throw ConnectionAlreadyInactive();
+  }
+  gate_->suspend(true);
+}
+
+void Proxy::resume() {
+  const Guard guard(mutex_);
+  checkConnected();
+  if (!gate_->isSuspended()) {
+    throw ConnectionAlreadyActive();
+  }
+  gate_->suspend(false);
+}
+
+CORBA::ULong Proxy::pull(CORBA::ULong most, CosNotification::EventBatch& batch, bool wait) {
+  std::shared_ptr<EventQueue> queue;
+  {
+    const Guard guard(mutex_);
+    if (state_ != State::CONNECTED) {
+      throw CosEventComm::Disconnected();
+    }
+    queue = queue_;
+  }
+  const auto until = wait ? EventQueue::never() : Gate::Clock::now();
+  const CORBA::ULong count = queue->fetch(most, batch, until);
+  if (count == 0 && gate_->isClosed()) {
+    throw CosEventComm::Disconnected();
+  }
+  gate_->delivered(count);
+  return count;
+}
+
+void Proxy::miss(const std::string& time) {
+  const Guard guard(mutex_);
+  if (state_ == State::CONNECTED) {
+    gate_->miss(time, "");
+  }
+}
+
+void Proxy::close(Ending ending) {
+  std::function<void()> farewell;
+  std::shared_ptr<CacheClient> client;
+  {
+    const Guard guard(mutex_);
+    state_ = State::CLOSED;
+    farewell.swap(farewell_);
+    client.swap(client_);
+  }
+  gate_->close();
+  if (client) {
+    client->end();
+  }
+  if (farewell && ending == Ending::BY_AGENT) {
+    parts_->workers->start([farewell] { tryFarewell(farewell); });
+  }
+}
+
 ProxySupplier_ptr Proxies::open(const std::shared_ptr<SessionChannel>& channel,
-                                const std::shared_ptr<Admin>& admin,
-                                CosNotifyChannelAdmin::ProxyType type, ProxyID& id) {
+                                const std::shared_ptr<ProxyGroup>& group, ProxyType type,
+                                ProxyID& id) {
   const Guard guard(mutex_);
   if (closed_) {
     throw CORBA::OBJECT_NOT_EXIST();
   }
   if (entries_.size() >= parts_->settings.proxies) {
-    CosNotifyChannelAdmin::AdminLimit limit;
+    AdminLimit limit;
     limit.name = CORBA::string_dup("MaxConsumers");
-    limit.value = anyOf(static_cast<CORBA::Long>(parts_->settings.proxies));
-    throw CosNotifyChannelAdmin::AdminLimitExceeded(limit);
+    limit.value <<= static_cast<CORBA::Long>(parts_->settings.proxies);
+    throw AdminLimitExceeded(limit);
   }
   id = freeId();
   Entry entry;
-  entry.proxy = std::make_shared<Proxy>(parts_, admin, id, type, channel->whenGivenUp());
+  entry.proxy = std::make_shared<Proxy>(parts_, group, id, type, channel->whenGivenUp());
   const PortableServer::ServantBase_var servant = makeProxyServant(channel, entry.proxy);
   const CORBA::Object_var object = parts_->home->open(servant.in(), entry.ticket);
   entry.reference = ProxySupplier::_narrow(object.in());
@@ -56,8 +201,8 @@ ProxyID Proxies::freeId() {
 ProxySupplier_ptr Proxies::find(AdminID admin, ProxyID id) const {
   const Guard guard(mutex_);
   const auto found = entries_.find(id);
-  if (found == entries_.end() || found->second.proxy->admin().id != admin) {
-    throw CosNotifyChannelAdmin::ProxyNotFound();
+  if (found == entries_.end() || found->second.proxy->group().id != admin) {
+    throw ProxyNotFound();
   }
   return ProxySupplier::_duplicate(found->second.reference.in());
 }
@@ -66,7 +211,7 @@ ProxyIDSeq* Proxies::ids(AdminID admin, bool push) const {
   const Guard guard(mutex_);
   ProxyIDSeq_var list = new ProxyIDSeq;
   for (const auto& [id, entry] : entries_) {
-    if (entry.proxy->admin().id == admin && entry.proxy->isPush() == push) {
+    if (entry.proxy->group().id == admin && entry.proxy->isPush() == push) {
       const CORBA::ULong last = list->length();
       list->length(last + 1);
       list[last] = id;
@@ -104,7 +249,7 @@ void Proxies::closeOf(AdminID admin) {
   for (const bool push : {true, false}) {
     ProxyIDSeq_var closing = ids(admin, push);
     for (CORBA::ULong i = 0; i < closing->length(); ++i) {
-      close(closing[i], Proxy::Ending::ByAgent);
+      close(closing[i], Proxy::Ending::BY_AGENT);
     }
   }
 }
@@ -117,7 +262,7 @@ void Proxies::closeAll() {
     closing.swap(entries_);
   }
   for (const auto& [id, entry] : closing) {
-    end(entry, Proxy::Ending::ByAgent);
+    end(entry, Proxy::Ending::BY_AGENT);
   }
 }
 

@@ -1,12 +1,14 @@
-// The quality of service of the channel, an admin or a proxy: what can be set,
-// what is fixed, and what is refused. Safe on any thread.
+// The quality of service of the channel, an admin or a proxy, and the channel's
+// own properties: what can be set, what is fixed, and what is refused. Safe on
+// any thread.
 #ifndef ZK_AGENT_CHANNEL_QOS_H
 #define ZK_AGENT_CHANNEL_QOS_H
 
 #include <chrono>
 #include <mutex>
 
-#include "zk_quornex/idl/events.h"
+#include "agent/channel/settings.h"
+#include "zk_quornex/idl/channel.h"
 
 namespace zk::agent {
 
@@ -23,6 +25,7 @@ class Qos {
     CORBA::Long batch;
     CORBA::Long eventsPerConsumer;
   };
+  static Most mostOf(const ChannelSettings& settings);
 
   Qos(const QosValues& initial, const Most& most) : most_(most), values_(initial) {}
 
@@ -51,6 +54,23 @@ class Qos {
   const Most most_;
   mutable std::mutex mutex_;
   QosValues values_;
+};
+
+// The channel's own properties: told, and accepted only as they are. A consumer's
+// own queue is bounded by its quality of service; there is no other, hence a
+// MaxQueueLength of 0. Nobody supplies but the EMS.
+class FixedProperties {
+ public:
+  // maxConsumers: proxies that a session may have.
+  explicit FixedProperties(CORBA::Long maxConsumers) : maxConsumers_(maxConsumers) {}
+
+  // The caller owns the result.
+  CosNotification::AdminProperties* get() const;
+  // Throws UnsupportedAdmin with an entry for each that would be a change.
+  void check(const CosNotification::AdminProperties& properties) const;
+
+ private:
+  const CORBA::Long maxConsumers_;
 };
 
 // For an event's own quality of service: no event has one. Throws UnsupportedQoS

@@ -15,7 +15,7 @@ using CosNotification::EventTypeSeq;
 using CosNotification::StructuredEvent;
 using CosNotifyFilter::FilterID;
 
-constexpr std::size_t longestName = 255;
+constexpr std::size_t LONGEST_NAME = 255;
 
 bool isAll(const char* text) {
   return *text == '\0' || std::strcmp(text, "*") == 0 || std::strcmp(text, "%ALL") == 0;
@@ -49,8 +49,8 @@ bool containsAll(const EventTypeSeq& list) {
 
 void check(const EventTypeSeq& list) {
   for (CORBA::ULong i = 0; i < list.length(); ++i) {
-    if (std::strlen(list[i].domain_name) > longestName ||
-        std::strlen(list[i].type_name) > longestName) {
+    if (std::strlen(list[i].domain_name) > LONGEST_NAME ||
+        std::strlen(list[i].type_name) > LONGEST_NAME) {
       throw CosNotifyComm::InvalidEventType(list[i]);
     }
   }
@@ -153,29 +153,25 @@ bool Selection::isSubscribed(const EventType& type) const {
 Selection::Verdict Selection::judge(const StructuredEvent& event) const {
   const auto state = current();
   if (state->filters.empty()) {
-    return Verdict::NoFilter;
+    return Verdict::NO_FILTER;
   }
   const bool passes =
       std::any_of(state->filters.begin(), state->filters.end(),
                   [&](const auto& item) { return item.second.constraints->matches(event); });
-  return passes ? Verdict::Pass : Verdict::Drop;
+  return passes ? Verdict::PASS : Verdict::DROP;
 }
 
 bool admits(const Selection& admin, const Selection& proxy,
             CosNotifyChannelAdmin::InterFilterGroupOperator combination,
             const StructuredEvent& event) {
   using Verdict = Selection::Verdict;
-  const EventType& type = event.header.fixed_header.event_type;
-  if (!admin.isSubscribed(type) || !proxy.isSubscribed(type)) {
-    return false;
-  }
   const Verdict first = admin.judge(event);
   const Verdict second = proxy.judge(event);
-  if (first == Verdict::NoFilter || second == Verdict::NoFilter) {
-    return first != Verdict::Drop && second != Verdict::Drop;
+  if (first == Verdict::NO_FILTER || second == Verdict::NO_FILTER) {
+    return first != Verdict::DROP && second != Verdict::DROP;
   }
-  const bool both = first == Verdict::Pass && second == Verdict::Pass;
-  const bool either = first == Verdict::Pass || second == Verdict::Pass;
+  const bool both = first == Verdict::PASS && second == Verdict::PASS;
+  const bool either = first == Verdict::PASS || second == Verdict::PASS;
   return combination == CosNotifyChannelAdmin::AND_OP ? both : either;
 }
 

@@ -8,19 +8,12 @@
 #include <memory>
 #include <mutex>
 
-#include "agent/channel/constraintlist.h"
+#include "agent/channel/filters.h"
 #include "agent/channel/settings.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
-
-// A filter object: what clients call, and what events are held against. It goes
-// on filtering where it was added when the object itself is destroyed.
-struct FilterObject {
-  CosNotifyFilter::Filter_var reference;
-  std::shared_ptr<ConstraintList> constraints;
-};
 
 class Selection {
  public:
@@ -42,7 +35,7 @@ class Selection {
 
   bool isSubscribed(const CosNotification::EventType& type) const;
 
-  enum class Verdict { NoFilter, Pass, Drop };
+  enum class Verdict { NO_FILTER, PASS, DROP };
   // One filter that matches is enough.
   Verdict judge(const CosNotification::StructuredEvent& event) const;
 
@@ -62,9 +55,9 @@ class Selection {
   CosNotifyFilter::FilterID lastId_ = 0;
 };
 
-// Whether a proxy gets the event: both subscriptions hold it, and the filters of
-// admin and proxy let it pass, combined as the admin was made. The side without
-// filters leaves the decision to the other.
+// Whether a proxy gets an event that both subscriptions hold: the filters of admin
+// and proxy let it pass, combined as the admin was made. The side without filters
+// leaves the decision to the other.
 bool admits(const Selection& admin, const Selection& proxy,
             CosNotifyChannelAdmin::InterFilterGroupOperator combination,
             const CosNotification::StructuredEvent& event);

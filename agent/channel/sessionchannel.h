@@ -6,12 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "agent/channel/admins.h"
-#include "agent/channel/adminvalues.h"
-#include "agent/channel/channelparts.h"
+#include "agent/channel/consumeradmins.h"
 #include "agent/channel/filters.h"
 #include "agent/channel/proxies.h"
 #include "agent/channel/qos.h"
+#include "agent/channel/settings.h"
 
 namespace zk::agent {
 
@@ -35,9 +34,9 @@ class SessionChannel : public std::enable_shared_from_this<SessionChannel> {
   // For the servants.
   const ChannelParts& parts() const { return *parts_; }
   Qos& qos() { return qos_; }
-  const AdminValues& adminValues() const { return adminValues_; }
+  const FixedProperties& properties() const { return properties_; }
   Filters& filters() { return filters_; }
-  Admins& admins() { return admins_; }
+  ConsumerAdmins& admins() { return admins_; }
   Proxies& proxies() { return proxies_; }
   Proxy::GivenUp whenGivenUp();
 
@@ -47,10 +46,10 @@ class SessionChannel : public std::enable_shared_from_this<SessionChannel> {
   void giveUp(long proxy, const std::string& why);
 
   const std::shared_ptr<const ChannelParts> parts_;
-  const AdminValues adminValues_;
+  const FixedProperties properties_;
   Qos qos_;
   Filters filters_;
-  Admins admins_;
+  ConsumerAdmins admins_;
   Proxies proxies_;
 
   // Set once, by open.

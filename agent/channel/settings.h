@@ -1,13 +1,22 @@
-// What bounds one session's use of the event channel, and the patience of the
-// push threads. Read-only once the channel serves.
+// What bounds one session's use of the event channel, the patience of the push
+// threads, and what the parts of a session's channel share. Read-only once the
+// channel serves.
 #ifndef ZK_AGENT_CHANNEL_SETTINGS_H
 #define ZK_AGENT_CHANNEL_SETTINGS_H
 
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+
+#include "agent/base/workers.h"
+#include "agent/orb/servanthome.h"
+#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
+
+class EventCache;
+class Losses;
 
 struct ChannelSettings {
   // Events waiting for one consumer, at most; the newest is refused. 0, and
@@ -33,6 +42,16 @@ struct ChannelSettings {
   std::chrono::milliseconds firstRetry{100};
   std::chrono::milliseconds longestRetry{5000};
   std::chrono::milliseconds retryFor{60000};
+};
+
+struct ChannelParts {
+  long session = 0;
+  ChannelSettings settings;  // with the number of events resolved
+  std::shared_ptr<EventCache> cache;
+  std::shared_ptr<Workers> workers;
+  std::shared_ptr<Losses> losses;
+  std::shared_ptr<ServantHome> home;
+  DynamicAny::DynAnyFactory_var dynAnys;
 };
 
 }  // namespace zk::agent

@@ -1,157 +1,140 @@
-// The event cache behind the channel: client ids, the manager's own criteria, and
-// what happens without a validity service.
+// The event cache behind the channel: client ids, who gets what, and what happens
+// without a validity service.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "agent/channel/clientids.h"
-#include "agent/channel/gatefilter.h"
+#include <future>
+#include <thread>
+
+#include "agent/channel/eventcache.h"
 #include "tests/agent/channel/support/clients.h"
 #include "tests/agent/channel/support/lists.h"
-#include "zk_quornex/messages/messagecach.h"
 
 namespace {
 
 using namespace zk::test;
-using NS_QUORCORBA::NXMessageMgr;
 using NS_QUORCORBA::stDateTimeType;
 
 constexpr long CLIENT = LocalChannel::SESSION * 65536 + 1;
 
-struct CriteriaCall {
-  std::vector<long> severities;
+TEST(GateFilterTest, letsThroughWhatItsGateHasLetIn) {
+  OpenGate open;
+  zk::agent::GateFilter filter(5, open.gate);
+  const zk::agent::AdmittedClients with = {1, 5, 9};
+  const zk::agent::AdmittedClients without = {1, 9};
+  EXPECT_FALSE(filter.isFiltered(&with));
+  EXPECT_TRUE(filter.isFiltered(&without));
+  EXPECT_TRUE(filter.isFiltered(nullptr));
+}
+
+TEST(GateFilterTest, closesItsGateWhenTheCacheLetsGo) {
+  OpenGate open;
+  std::make_unique<zk::agent::GateFilter>(1, open.gate).reset();
+  EXPECT_TRUE(open.gate->isClosed());
+}
+
+TEST(GateFilterTest, isAlwaysAskedAndTakesNoCriteria) {
+  OpenGate open;
+  zk::agent::GateFilter filter(1, open.gate);
+  std::vector<long> severities = {1};
   std::vector<long> unused;
+  std::vector<std::string> texts;
   std::vector<long> layers;
   std::vector<long> objectTypes;
   stDateTimeType start{};
   stDateTimeType end{};
   std::vector<std::string> types;
-
-  int suspend(long messageClass) {
-    return NXMessageMgr::Instance()->suspendFilter(messageClass, CLIENT, severities, unused, layers,
-                                                   objectTypes, start, end, types);
-  }
-  int resume(long messageClass) {
-    return NXMessageMgr::Instance()->resumeFilter(messageClass, CLIENT, severities, unused, layers,
-                                                  objectTypes, start, end, types);
-  }
-  int cancel(long messageClass) {
-    return NXMessageMgr::Instance()->cancelFilter(messageClass, CLIENT, severities, unused, layers,
-                                                  objectTypes, start, end, types);
-  }
-};
-
-class Cache : public testing::Test {
- protected:
-  void SetUp() override {
-    client.connect();
-    witness.connect();
-  }
-
-  // Which of an alarm of layer 1, one of layer 2 and a creation come through.
-  Ids passing() {
-    send(makeAlarm("layer1", notifications::PS_MAJOR, 1));
-    send(makeAlarm("layer2", notifications::PS_MINOR, 2));
-    send(makeCreation("creation"));
-    witness.next(3);
-    return client.rest();
-  }
-
-  LocalChannel local;
-  StructuredPull client{local};
-  StructuredPull witness{local};
-};
-
-const Ids ALL = {"layer1", "layer2", "creation"};
-
-TEST_F(Cache, withholdsLayersByTheManagersCalls) {
-  CriteriaCall layer;
-  layer.layers = {2, 3};
-  EXPECT_EQ(layer.resume(8), -1);
-  EXPECT_EQ(layer.suspend(8), 0);
-  EXPECT_EQ(passing(), (Ids{"layer1", "creation"}));
-  EXPECT_EQ(layer.resume(8), 0);
-  EXPECT_EQ(passing(), ALL);
-  EXPECT_EQ(layer.suspend(8), 0);
-  EXPECT_EQ(passing(), (Ids{"layer1", "creation"}));
-  EXPECT_EQ(layer.cancel(8), 0);
-  EXPECT_EQ(layer.cancel(8), -1);
-  EXPECT_EQ(passing(), ALL);
-}
-
-TEST_F(Cache, withholdsSeveritiesTypesAndTimes) {
-  CriteriaCall severity;
-  severity.severities = {notifications::PS_MAJOR};
-  EXPECT_EQ(severity.suspend(8), 0);
-  EXPECT_EQ(passing(), (Ids{"layer2", "creation"}));
-  EXPECT_EQ(CriteriaCall().cancel(8), 0);
-  CriteriaCall type;
-  type.types = {"NT_OBJECT_CREATION"};
-  EXPECT_EQ(type.suspend(10), 0);
-  EXPECT_EQ(passing(), (Ids{"layer1", "layer2"}));
-  EXPECT_EQ(type.cancel(10), 0);
-  CriteriaCall time;
-  time.start = {2012, 11, 20, 9, 42, 0};
-  EXPECT_EQ(time.suspend(8), 0);
-  EXPECT_EQ(passing(), Ids{"creation"});
-  EXPECT_EQ(time.cancel(8), 0);
-  time.start = {2012, 11, 20, 9, 42, 1};
-  EXPECT_EQ(time.suspend(8), 0);
-  EXPECT_EQ(passing(), ALL);
-  time.start = {};
-  time.end = {2012, 11, 20, 9, 42, 0};
-  EXPECT_EQ(time.suspend(8), 0);
-  EXPECT_EQ(passing(), Ids{"creation"});
-}
-
-TEST_F(Cache, withholdsOnlyWhatHasAllOfTheCriteria) {
-  CriteriaCall both;
-  both.layers = {1, 2};
-  both.severities = {notifications::PS_MINOR};
-  both.objectTypes = {notifications::OT_MANAGED_ELEMENT};
-  EXPECT_EQ(both.suspend(8), 0);
-  EXPECT_EQ(passing(), (Ids{"layer1", "creation"}));
-}
-
-TEST_F(Cache, refusesCriteriaThatSayNothing) {
-  EXPECT_EQ(CriteriaCall().suspend(8), -1);
-  EXPECT_EQ(passing(), ALL);
-}
-
-TEST_F(Cache, reportsWhatIsWithheld) {
-  CriteriaCall layer;
-  layer.layers = {2};
-  layer.types = {"NT_ALARM"};
-  ASSERT_EQ(layer.suspend(8), 0);
-  std::vector<long> severities;
-  std::vector<std::string> unused;
-  std::vector<long> layers;
-  std::vector<long> objectTypes;
-  stDateTimeType start;
-  stDateTimeType end;
-  std::vector<std::string> types;
-  EXPECT_EQ(NXMessageMgr::Instance()->GetFilter(8, CLIENT, severities, unused, layers, objectTypes,
-                                                start, end, types),
-            0);
-  EXPECT_EQ(layers, std::vector<long>{2});
-  EXPECT_EQ(types, Ids{"NT_ALARM"});
-  EXPECT_TRUE(severities.empty());
+  EXPECT_EQ(filter.suspendFilter(severities, unused, layers, objectTypes, start, end, types), -1);
+  EXPECT_EQ(filter.resumeFilter(severities, unused, layers, objectTypes, start, end, types), -1);
+  EXPECT_EQ(filter.cancelFilter(severities, unused, layers, objectTypes, start, end, types), -1);
+  EXPECT_EQ(filter.GetFilter(unused, texts, layers, objectTypes, start, end, types), 0);
   EXPECT_TRUE(NS_QUORCORBA::TimeChange::checkDateTimeValid(start))
       << "a filter without criteria would not be asked";
 }
 
-TEST(GateFilterTest, letsNothingThroughWithoutTheEvent) {
+// The cache without a channel around it.
+class Cache : public testing::Test {
+ protected:
+  std::unique_ptr<zk::agent::CacheClient> client(OpenGate& open, long id = CLIENT) {
+    return std::make_unique<zk::agent::CacheClient>(cache, id, open.gate);
+  }
+  static Ids fetch(zk::agent::CacheClient& client) {
+    EXPECT_EQ(client.wait(farAway()), State::EVENTS);
+    const auto list = client.takeList();
+    return list ? idsOf(*list) : Ids();
+  }
+  static std::chrono::steady_clock::time_point farAway() {
+    return std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  }
+
+  using State = zk::agent::CacheClient::State;
+  ScopedService validity{"SecurityIF",
+                         std::make_shared<zk::agent::ClientValidity>(
+                             [](long session) { return session == LocalChannel::SESSION; })};
+  std::shared_ptr<zk::agent::EventCache> cache = std::make_shared<zk::agent::EventCache>();
+};
+
+TEST_F(Cache, keepsAlarmsAndOtherEventsInOneOrder) {
   OpenGate open;
-  zk::agent::GateFilter filter(zk::agent::EventKind::Alarm, open.gate);
-  EXPECT_TRUE(filter.isFiltered(nullptr));
-  const auto event = makeAlarm("1");
-  EXPECT_FALSE(filter.isFiltered(&event));
-  EXPECT_EQ(open.gate->waiting(), 1U);
+  const auto one = client(open);
+  cache->push(makeAlarm("1"));
+  EXPECT_EQ(fetch(*one), Ids{"1"});
+  EXPECT_EQ(one->wait({}), State::TIME_OUT);
+  cache->push(makeCreation("2"));
+  EXPECT_EQ(fetch(*one), Ids{"2"});
 }
 
-TEST(GateFilterTest, closesItsGateWhenTheCacheLetsGo) {
+TEST_F(Cache, asksAGateOnlyAboutTypesThatItWants) {
+  OpenGate deaf;
   OpenGate open;
-  std::make_unique<zk::agent::GateFilter>(zk::agent::EventKind::Alarm, open.gate).reset();
+  deaf.wants = false;
+  const auto first = client(deaf);
+  const auto second = client(open, CLIENT + 1);
+  cache->push(makeAlarm("1"));
+  EXPECT_EQ(fetch(*second), Ids{"1"});
+  EXPECT_EQ(deaf.judged, 0);
+  EXPECT_EQ(open.judged, 1);
+  EXPECT_EQ(first->wait({}), State::TIME_OUT);
+}
+
+TEST_F(Cache, givesAnEventToThoseWhoseGatesLetItIn) {
+  OpenGate shut;
+  OpenGate open;
+  shut.admits = false;
+  const auto first = client(shut);
+  const auto second = client(open, CLIENT + 1);
+  cache->push(makeAlarm("1"));
+  shut.admits = true;
+  cache->push(makeAlarm("2"));
+  EXPECT_EQ(fetch(*first), Ids{"2"});
+  Ids all = fetch(*second);
+  while (all.size() < 2) {
+    const Ids more = fetch(*second);
+    all.insert(all.end(), more.begin(), more.end());
+  }
+  EXPECT_EQ(all, numbers(1, 2));
+}
+
+TEST_F(Cache, endsWaitsWithTheClient) {
+  OpenGate open;
+  const auto one = client(open);
+  auto waiting = std::async(std::launch::async, [&] { return one->wait(farAway()); });
+  one->end();
+  EXPECT_EQ(waiting.get(), State::OVER);
   EXPECT_TRUE(open.gate->isClosed());
+  EXPECT_EQ(one->takeList(), nullptr);
+}
+
+// A late end of the old client must not take the new one away.
+TEST_F(Cache, endsAClientOnce) {
+  OpenGate open;
+  OpenGate other;
+  const auto old = client(open);
+  old->end();
+  const auto next = client(other);
+  old->end();
+  cache->push(makeAlarm("1"));
+  EXPECT_EQ(fetch(*next), Ids{"1"});
 }
 
 TEST(ClientIds, leadBackToTheSession) {
@@ -174,9 +157,18 @@ TEST(ClientIds, leadBackToTheSession) {
   const bool taken =
       becomesTrue([] { return zk::platform::eventSinkCounts("event-cache").taken == 4; });
   const bool empty = client.rest().empty();
+  std::atomic<bool> disconnected{false};
+  std::thread waiting([&] {
+    try {
+      client.next();
+    } catch (const CORBA::Exception&) {
+      disconnected = true;
+    }
+  });
   local->session->close();
+  waiting.join();
   local->service.stop();
-  _exit(taken && empty ? 0 : 1);
+  _exit(taken && empty && disconnected ? 0 : 1);
 }
 
 TEST(NoValidityServiceDeathTest, putsTheCacheOutOfUseWithoutHangingTheAgent) {

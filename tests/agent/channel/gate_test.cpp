@@ -10,7 +10,6 @@
 namespace {
 
 using namespace zk::test;
-using zk::agent::EventKind;
 using zk::agent::Gate;
 using zk::agent::Losses;
 using zk::agent::Workers;
@@ -25,6 +24,7 @@ class GateTest : public testing::Test {
   OpenGate open{3, losses};
   Gate& gate = *open.gate;
 
+  static Gate::Clock::time_point farAway() { return Gate::Clock::now() + std::chrono::minutes(1); }
   // All at once.
   void drain() {
     const auto count = static_cast<CORBA::ULong>(gate.waiting());
@@ -32,24 +32,6 @@ class GateTest : public testing::Test {
     gate.delivered(count);
   }
 };
-
-TEST_F(GateTest, keepsTheOrderAcrossKinds) {
-  open.limit = 10;
-  open.offer(makeAlarm("1"));
-  open.offer(makeAlarm("2"));
-  open.offer(makeCreation("3"));
-  open.offer(makeAlarm("4"));
-  EXPECT_EQ(gate.next(10).kind, EventKind::Alarm);
-  EXPECT_EQ(gate.next(10).length, 2U);
-  EXPECT_EQ(gate.next(1).length, 1U);
-  gate.fetched(2);
-  EXPECT_EQ(gate.next(10).kind, EventKind::Object);
-  EXPECT_EQ(gate.next(10).length, 1U);
-  gate.fetched(1);
-  EXPECT_EQ(gate.next(10).kind, EventKind::Alarm);
-  gate.fetched(1);
-  EXPECT_EQ(gate.next(10).length, 0U);
-}
 
 TEST_F(GateTest, refusesTheNewestAboveTheLimit) {
   EXPECT_TRUE(open.offer(makeAlarm("1")));
@@ -62,6 +44,12 @@ TEST_F(GateTest, refusesTheNewestAboveTheLimit) {
   gate.delivered(1);
   EXPECT_TRUE(open.offer(makeAlarm("6")));
   EXPECT_FALSE(open.offer(makeAlarm("7")));
+}
+
+TEST_F(GateTest, wantsTheTypesThatItIsSubscribedTo) {
+  EXPECT_TRUE(gate.wants(CosNotification::EventType()));
+  open.wants = false;
+  EXPECT_FALSE(gate.wants(CosNotification::EventType()));
 }
 
 TEST_F(GateTest, doesNotCountWhatIsNotWanted) {
@@ -116,7 +104,8 @@ TEST_F(GateTest, dropsEverythingOnceClosed) {
   open.offer(makeAlarm("1"));
   gate.close();
   EXPECT_FALSE(open.offer(makeAlarm("2")));
-  EXPECT_FALSE(gate.awaitEvents(Gate::Clock::time_point::max()));
+  EXPECT_FALSE(gate.wants(CosNotification::EventType()));
+  EXPECT_FALSE(gate.awaitWaiting(1, farAway()));
   EXPECT_FALSE(gate.awaitResumed());
 }
 
@@ -131,8 +120,8 @@ TEST_F(GateTest, callsALossOverWhenItCloses) {
 TEST_F(GateTest, wakesWhoeverWaits) {
   std::atomic<int> woken{0};
   std::vector<std::thread> threads;
-  threads.emplace_back([&] { woken += gate.awaitEvents(Gate::Clock::time_point::max()); });
-  threads.emplace_back([&] { woken += gate.awaitEvents(Gate::Clock::time_point::max(), 2); });
+  threads.emplace_back([&] { woken += gate.awaitWaiting(1, farAway()); });
+  threads.emplace_back([&] { woken += gate.awaitWaiting(2, farAway()); });
   open.offer(makeAlarm("1"));
   EXPECT_TRUE(becomesTrue([&] { return woken == 1; }));
   open.offer(makeAlarm("2"));

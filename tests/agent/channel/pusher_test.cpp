@@ -43,13 +43,13 @@ class PusherTest : public testing::TestWithParam<bool> {
     for (int i = first; i <= last; ++i) {
       const auto event = makeAlarm(std::to_string(i));
       ASSERT_TRUE(open.offer(event));
-      lists->add(event);
+      source->add(event);
     }
   }
   // Until everything was pushed, or the pusher gave up.
   Step pushAll(int last) {
-    Step step = Step::Again;
-    while (step == Step::Again && target->ids.size() < static_cast<std::size_t>(last)) {
+    Step step = Step::AGAIN;
+    while (step == Step::AGAIN && target->ids.size() < static_cast<std::size_t>(last)) {
       step = pusher.step();
     }
     return step;
@@ -61,9 +61,9 @@ class PusherTest : public testing::TestWithParam<bool> {
   }
 
   OpenGate open;
-  std::shared_ptr<FakeLists> lists = std::make_shared<FakeLists>();
+  std::shared_ptr<FakeSource> source = std::make_shared<FakeSource>();
   std::shared_ptr<zk::agent::EventQueue> queue =
-      std::make_shared<zk::agent::EventQueue>(open.gate, lists);
+      std::make_shared<zk::agent::EventQueue>(open.gate, source);
   std::shared_ptr<zk::agent::Qos> qos =
       std::make_shared<zk::agent::Qos>(zk::agent::QosValues(), zk::agent::Qos::Most{500, 1000});
   std::shared_ptr<FakeTarget> target = std::make_shared<FakeTarget>(GetParam());
@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(BothKinds, PusherTest, testing::Bool(), [](const auto& 
 
 TEST_P(PusherTest, pushesInOrder) {
   arriveNumbers(1, 5);
-  EXPECT_EQ(pushAll(5), Step::Again);
+  EXPECT_EQ(pushAll(5), Step::AGAIN);
   EXPECT_EQ(target->ids, numbers(1, 5));
   EXPECT_EQ(target->calls, GetParam() ? 1 : 5);
 }
@@ -91,7 +91,7 @@ TEST_P(PusherTest, repeatsWhatFailedForAWhile) {
     failTimes(3, failure);
     arriveNumbers(next, next + 3);
     next += 4;
-    EXPECT_EQ(pushAll(next - 1), Step::Again);
+    EXPECT_EQ(pushAll(next - 1), Step::AGAIN);
   }
   EXPECT_EQ(target->ids, numbers(1, next - 1));
 }
@@ -104,14 +104,14 @@ TEST_P(PusherTest, countsEventsAsDeliveredOnlyWhenTheyAre) {
     pusher.step();
   }
   EXPECT_FALSE(open.offer(makeAlarm("3")));
-  EXPECT_EQ(pushAll(2), Step::Again);
+  EXPECT_EQ(pushAll(2), Step::AGAIN);
   EXPECT_TRUE(open.offer(makeAlarm("4")));
 }
 
 TEST_P(PusherTest, givesUpAConsumerThatFailsForTooLong) {
   failTimes(1000000, [] { throw CORBA::COMM_FAILURE(); });
   arriveNumbers(1, 2);
-  EXPECT_EQ(pushAll(2), Step::Failed);
+  EXPECT_EQ(pushAll(2), Step::FAILED);
   EXPECT_EQ(pusher.failure(), "COMM_FAILURE, again and again for too long");
   EXPECT_GT(target->calls, 2);
 }
@@ -119,7 +119,7 @@ TEST_P(PusherTest, givesUpAConsumerThatFailsForTooLong) {
 TEST_P(PusherTest, givesUpAConsumerThatIsGone) {
   failTimes(1, [] { throw CORBA::OBJECT_NOT_EXIST(); });
   arriveNumbers(1, 2);
-  EXPECT_EQ(pushAll(2), Step::Failed);
+  EXPECT_EQ(pushAll(2), Step::FAILED);
   EXPECT_EQ(target->calls, 1);
   EXPECT_EQ(pusher.failure(), "OBJECT_NOT_EXIST");
 }
@@ -127,14 +127,14 @@ TEST_P(PusherTest, givesUpAConsumerThatIsGone) {
 TEST_P(PusherTest, givesUpAConsumerThatSaysItIsDisconnected) {
   failTimes(1, [] { throw CosEventComm::Disconnected(); });
   arriveNumbers(1, 2);
-  EXPECT_EQ(pushAll(2), Step::Failed);
+  EXPECT_EQ(pushAll(2), Step::FAILED);
   EXPECT_EQ(pusher.failure(), "Disconnected");
 }
 
 TEST_P(PusherTest, endsWithTheGate) {
   arriveNumbers(1, 2);
   open.gate->close();
-  EXPECT_EQ(pusher.step(), Step::Closed);
+  EXPECT_EQ(pusher.step(), Step::CLOSED);
   EXPECT_EQ(target->calls, 0);
 }
 
@@ -148,7 +148,7 @@ TEST_P(PusherTest, pushesNothingMoreOnceSuspended) {
     EXPECT_TRUE(becomesTrue([&] { return open.gate->isSuspended(); }));
     open.gate->close();
   });
-  EXPECT_EQ(pusher.step(), Step::Closed);
+  EXPECT_EQ(pusher.step(), Step::CLOSED);
   closing.join();
   EXPECT_EQ(target->calls, 1);
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "agent/channel/eventfields.h"
+#include "agent/channel/events.h"
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/platform/events.h"
 

@@ -1,13 +1,16 @@
-// Operations that several servants of the channel have in common. Each part adds
-// one interface's operations to the servant class it is given.
-#ifndef ZK_AGENT_CHANNEL_SERVANTPARTS_H
-#define ZK_AGENT_CHANNEL_SERVANTPARTS_H
+// What clients call: the operations that several servants of the channel have in
+// common, and the servants of the proxies. Each part adds one interface's
+// operations to the servant class it is given. Safe on any thread.
+#ifndef ZK_AGENT_CHANNEL_SERVANTS_H
+#define ZK_AGENT_CHANNEL_SERVANTS_H
+
+#include <memory>
 
 #include "agent/channel/filters.h"
+#include "agent/channel/proxies.h"
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
 #include "zk_quornex/idl/channel.h"
-#include "zk_quornex/idl/events.h"
 
 namespace zk::agent {
 
@@ -64,6 +67,10 @@ class MappingPart : public virtual Base {
   }
   void lifetime_filter(CosNotifyFilter::MappingFilter_ptr) override { throw CORBA::NO_IMPLEMENT(); }
 };
+
+// The servant for the proxy's type. The caller owns a reference to the result.
+PortableServer::Servant makeProxyServant(const std::shared_ptr<SessionChannel>& channel,
+                                         const std::shared_ptr<Proxy>& proxy);
 
 }  // namespace zk::agent
 

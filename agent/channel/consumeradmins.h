@@ -1,21 +1,36 @@
-// The consumer admins of one session. Safe on any thread.
-#ifndef ZK_AGENT_CHANNEL_ADMINS_H
-#define ZK_AGENT_CHANNEL_ADMINS_H
+// The consumer admins of one session, as clients call them. Safe on any thread.
+#ifndef ZK_AGENT_CHANNEL_CONSUMERADMINS_H
+#define ZK_AGENT_CHANNEL_CONSUMERADMINS_H
 
 #include <map>
 #include <memory>
 #include <mutex>
 
-#include "agent/channel/admin.h"
-#include "agent/channel/channelparts.h"
+#include "agent/channel/qos.h"
+#include "agent/channel/selection.h"
+#include "agent/channel/settings.h"
+#include "agent/orb/servanthome.h"
+#include "zk_quornex/idl/channel.h"
 
 namespace zk::agent {
 
 class SessionChannel;
 
-class Admins {
+// What the proxies of one consumer admin share, and what they start with.
+struct ProxyGroup {
+  ProxyGroup(CosNotifyChannelAdmin::AdminID number,
+             CosNotifyChannelAdmin::InterFilterGroupOperator filters,
+             const ChannelSettings& settings, const QosValues& initial);
+
+  const CosNotifyChannelAdmin::AdminID id;
+  const CosNotifyChannelAdmin::InterFilterGroupOperator combination;
+  const std::shared_ptr<Selection> selection;
+  Qos qos;
+};
+
+class ConsumerAdmins {
  public:
-  explicit Admins(std::shared_ptr<const ChannelParts> parts) : parts_(std::move(parts)) {}
+  explicit ConsumerAdmins(std::shared_ptr<const ChannelParts> parts) : parts_(std::move(parts)) {}
 
   // The first one made has the id 0 and is the channel's default. Throws
   // CORBA::IMP_LIMIT when the session has as many as it may. The caller owns the
