@@ -10,7 +10,6 @@ namespace zk::agent {
 namespace {
 
 using namespace CosNotifyChannelAdmin;
-using Guard = std::lock_guard<std::mutex>;
 
 // Hands out proxies for structured events and sequences of them, each a consumer
 // of its own. Untyped ones are not offered.
@@ -88,7 +87,7 @@ ProxyGroup::ProxyGroup(AdminID number, InterFilterGroupOperator filters,
 ConsumerAdmin_ptr ConsumerAdmins::open(const std::shared_ptr<SessionChannel>& channel,
                                        InterFilterGroupOperator combination,
                                        const QosValues& initial, AdminID& id) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   if (entries_.size() >= parts_->settings.admins) {
     throw CORBA::IMP_LIMIT();
   }
@@ -104,7 +103,7 @@ ConsumerAdmin_ptr ConsumerAdmins::open(const std::shared_ptr<SessionChannel>& ch
 }
 
 ConsumerAdmin_ptr ConsumerAdmins::find(AdminID id) const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   const auto found = entries_.find(id);
   if (found == entries_.end()) {
     throw AdminNotFound();
@@ -113,7 +112,7 @@ ConsumerAdmin_ptr ConsumerAdmins::find(AdminID id) const {
 }
 
 AdminIDSeq* ConsumerAdmins::ids() const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   AdminIDSeq_var list = new AdminIDSeq;
   list->length(static_cast<CORBA::ULong>(entries_.size()));
   CORBA::ULong next = 0;
@@ -126,7 +125,7 @@ AdminIDSeq* ConsumerAdmins::ids() const {
 void ConsumerAdmins::close(AdminID id) {
   std::map<AdminID, Entry>::node_type closing;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     closing = entries_.extract(id);
   }
   if (!closing.empty()) {
@@ -137,7 +136,7 @@ void ConsumerAdmins::close(AdminID id) {
 void ConsumerAdmins::closeAll() {
   std::map<AdminID, Entry> closing;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     closing.swap(entries_);
   }
   for (const auto& [id, entry] : closing) {

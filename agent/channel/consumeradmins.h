@@ -4,13 +4,13 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
 #include "agent/channel/settings.h"
 #include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/channel.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -53,9 +53,9 @@ class ConsumerAdmins {
   };
 
   const std::shared_ptr<const ChannelParts> parts_;
-  mutable std::mutex mutex_;
-  std::map<CosNotifyChannelAdmin::AdminID, Entry> entries_;
-  CosNotifyChannelAdmin::AdminID nextId_ = 0;
+  mutable Mutex mutex_;
+  std::map<CosNotifyChannelAdmin::AdminID, Entry> entries_ ZK_GUARDED_BY(mutex_);
+  CosNotifyChannelAdmin::AdminID nextId_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace zk::agent

@@ -14,7 +14,6 @@ using CosNotification::StructuredEvent;
 using notifications::EventList_T;
 using NS_QUORCORBA::NXListSignal;
 using NS_QUORCORBA::NXMessageMgr;
-using Guard = std::lock_guard<std::mutex>;
 
 struct Release {
   void operator()(NXMessageMgr::Event* holder) const { holder->release(); }
@@ -43,7 +42,7 @@ void EventCache::push(const StructuredEvent& event) {
 
 EventCache::Gates EventCache::wanting(const CosNotification::EventType& type) const {
   Gates gates;
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   for (const auto& [client, gate] : gates_) {
     if (gate->wants(type)) {
       gates.emplace_back(client, gate);
@@ -72,7 +71,7 @@ std::shared_ptr<NXListSignal> EventCache::subscribe(long client,
     manager->subscribeMsg(MESSAGE_CLASS, client, new GateFilter(client, gate), nullptr);
     manager->setReportStatus(MESSAGE_CLASS, client, true);
     signal = manager->listSignal(MESSAGE_CLASS, client);
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     gates_[client] = gate;
   }
   return signal ? signal : std::make_shared<NXListSignal>();
@@ -80,7 +79,7 @@ std::shared_ptr<NXListSignal> EventCache::subscribe(long client,
 
 void EventCache::unsubscribe(long client) {
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     gates_.erase(client);
   }
   if (!blocked_) {

@@ -8,7 +8,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -16,6 +15,7 @@
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/listsignal.h"
 #include "zk_quornex/platform/services.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -80,8 +80,8 @@ class EventCache {
              const AdmittedClients& admitted);
 
   std::atomic<bool> blocked_{false};
-  mutable std::mutex mutex_;  // before the gates'; not held while the cache is called
-  std::map<long, std::shared_ptr<Gate>> gates_;
+  mutable Mutex mutex_;  // before the gates'; not held while the cache is called
+  std::map<long, std::shared_ptr<Gate>> gates_ ZK_GUARDED_BY(mutex_);
 };
 
 // One client's events, for whoever delivers them.

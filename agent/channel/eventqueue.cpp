@@ -38,10 +38,10 @@ EventQueue::Clock::time_point EventQueue::never() {
 CORBA::ULong EventQueue::fetch(CORBA::ULong most, Batch& batch, Clock::time_point until,
                                CORBA::ULong atLeast) {
   const auto arrived = Clock::now() + ARRIVAL;
-  Lock lock(mutex_);
+  const MutexLock guard(mutex_);
   take(most, batch);
   while (batch.length() < atLeast && !gate_->isClosed()) {
-    if (!awaitList(lock, gate_->waiting() != 0 ? std::max(until, arrived) : until)) {
+    if (!awaitList(gate_->waiting() != 0 ? std::max(until, arrived) : until)) {
       break;
     }
     take(most, batch);
@@ -53,16 +53,16 @@ CORBA::ULong EventQueue::fetch(CORBA::ULong most, Batch& batch, Clock::time_poin
 }
 
 // Whether it is worth looking again.
-bool EventQueue::awaitList(Lock& lock, Clock::time_point until) {
+bool EventQueue::awaitList(Clock::time_point until) {
   if (watched_) {
-    return looked_.wait_until(lock, until) == std::cv_status::no_timeout;
+    return looked_.waitUntil(mutex_, until);
   }
   watched_ = true;
-  lock.unlock();
+  mutex_.unlock();
   const EventSource::State state = source_->wait(until);
-  lock.lock();
+  mutex_.lock();
   watched_ = false;
-  looked_.notify_all();
+  looked_.notifyAll();
   if (state == EventSource::State::OVER) {
     gate_->close();
   }

@@ -3,13 +3,12 @@
 #ifndef ZK_AGENT_CHANNEL_EVENTQUEUE_H
 #define ZK_AGENT_CHANNEL_EVENTQUEUE_H
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 
 #include "agent/channel/eventcache.h"
 #include "agent/channel/gate.h"
 #include "zk_quornex/idl/events.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -31,24 +30,21 @@ class EventQueue {
                      CORBA::ULong atLeast = 1);
 
  private:
-  using Lock = std::unique_lock<std::mutex>;
-
-  // These need the mutex.
-  bool awaitList(Lock& lock, Clock::time_point until);
-  void take(CORBA::ULong most, Batch& batch);
-  bool refill();
-  CORBA::ULong left() const { return list_ ? list_->length() - at_ : 0; }
+  bool awaitList(Clock::time_point until) ZK_REQUIRES(mutex_);
+  void take(CORBA::ULong most, Batch& batch) ZK_REQUIRES(mutex_);
+  bool refill() ZK_REQUIRES(mutex_);
+  CORBA::ULong left() const ZK_REQUIRES(mutex_) { return list_ ? list_->length() - at_ : 0; }
 
   const std::shared_ptr<Gate> gate_;
   const std::shared_ptr<EventSource> source_;
 
-  std::mutex mutex_;  // before the cache's locks; not held while waiting
+  Mutex mutex_;  // before the cache's locks; not held while waiting
   // One thread waits at the source, and it alone takes the next list; others wait
   // for it, so that none sleeps while another keeps what it could have.
-  bool watched_ = false;
-  std::condition_variable looked_;
-  std::unique_ptr<notifications::EventList_T> list_;  // on its way out
-  CORBA::ULong at_ = 0;
+  bool watched_ ZK_GUARDED_BY(mutex_) = false;
+  Condition looked_;
+  std::unique_ptr<notifications::EventList_T> list_ ZK_GUARDED_BY(mutex_);  // on its way out
+  CORBA::ULong at_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace zk::agent

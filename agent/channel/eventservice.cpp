@@ -75,7 +75,7 @@ std::shared_ptr<SessionChannel> EventService::open(long session, std::shared_ptr
   parts->home = std::move(home);
   parts->dynAnys = dynAnys_;
   auto channel = SessionChannel::open(std::move(parts));
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (stopped_) {
     channel->close();
     throw CORBA::OBJECT_NOT_EXIST();
@@ -90,7 +90,7 @@ std::shared_ptr<SessionChannel> EventService::open(long session, std::shared_ptr
 void EventService::missed() {
   logFailure("more events than the event cache could be fed: some are lost to every NMS");
   const std::string time = NS_QUORCORBA::TimeChange::getUTCTime();
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   for (const auto& weak : channels_) {
     if (const auto channel = weak.lock()) {
       channel->miss(time);
@@ -101,7 +101,7 @@ void EventService::missed() {
 void EventService::stop() {
   std::vector<std::weak_ptr<SessionChannel>> closing;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     if (std::exchange(stopped_, true)) {
       return;
     }

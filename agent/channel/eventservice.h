@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include "agent/base/workers.h"
@@ -16,6 +15,7 @@
 #include "agent/channel/settings.h"
 #include "agent/orb/servanthome.h"
 #include "zk_quornex/platform/bundle.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -49,9 +49,9 @@ class EventService {
   const std::shared_ptr<EventCache> cache_ = std::make_shared<EventCache>();
   const std::shared_ptr<Workers> workers_ = std::make_shared<Workers>();
   std::shared_ptr<NS_BUNDLEMGR1::ServiceInterface> validityBefore_;
-  std::mutex mutex_;
-  std::vector<std::weak_ptr<SessionChannel>> channels_;
-  bool stopped_ = false;
+  Mutex mutex_;
+  std::vector<std::weak_ptr<SessionChannel>> channels_ ZK_GUARDED_BY(mutex_);
+  bool stopped_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

@@ -20,7 +20,6 @@ using CosNotifyFilter::ConstraintID;
 using CosNotifyFilter::ConstraintIDSeq;
 using CosNotifyFilter::ConstraintInfoSeq;
 using CosNotifyFilter::ConstraintInfoSeq_var;
-using Guard = std::lock_guard<std::mutex>;
 
 constexpr const char* GRAMMAR = "EXTENDED_TCL";  // spoken here, and no other
 
@@ -128,7 +127,7 @@ ConstraintList::Entry ConstraintList::parse(const ConstraintExp& expression) con
 
 ConstraintInfoSeq* ConstraintList::add(const ConstraintExpSeq& added) {
   ConstraintInfoSeq_var result = new ConstraintInfoSeq(added.length());
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   auto changed = std::make_shared<Entries>(*entries_);
   ConstraintID id = lastId_;
   for (CORBA::ULong i = 0; i < added.length(); ++i) {
@@ -144,7 +143,7 @@ ConstraintInfoSeq* ConstraintList::add(const ConstraintExpSeq& added) {
 }
 
 void ConstraintList::modify(const ConstraintIDSeq& removed, const ConstraintInfoSeq& infos) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   auto changed = std::make_shared<Entries>(*entries_);
   for (CORBA::ULong i = 0; i < removed.length(); ++i) {
     if (changed->erase(removed[i]) == 0) {
@@ -162,12 +161,12 @@ void ConstraintList::modify(const ConstraintIDSeq& removed, const ConstraintInfo
 }
 
 void ConstraintList::removeAll() {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   entries_ = std::make_shared<Entries>();
 }
 
 std::shared_ptr<const ConstraintList::Entries> ConstraintList::current() const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   return entries_;
 }
 
@@ -203,7 +202,7 @@ bool ConstraintList::matches(const StructuredEvent& event) const {
 }
 
 CosNotifyFilter::Filter_ptr Filters::make(const std::shared_ptr<SessionChannel>& channel) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   if (filters_.size() >= parts_->settings.filters) {
     throw CORBA::IMP_LIMIT();
   }
@@ -219,7 +218,7 @@ CosNotifyFilter::Filter_ptr Filters::make(const std::shared_ptr<SessionChannel>&
 }
 
 FilterObject Filters::find(CosNotifyFilter::Filter_ptr reference) const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   for (const auto& [ticket, filter] : filters_) {
     if (!CORBA::is_nil(reference) && filter.reference->_is_equivalent(reference)) {
       return filter;
@@ -230,7 +229,7 @@ FilterObject Filters::find(CosNotifyFilter::Filter_ptr reference) const {
 
 void Filters::close(ServantHome::Ticket ticket) {
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     filters_.erase(ticket);
   }
   parts_->home->close(ticket);
@@ -239,7 +238,7 @@ void Filters::close(ServantHome::Ticket ticket) {
 void Filters::closeAll() {
   std::map<ServantHome::Ticket, FilterObject> closing;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     closing.swap(filters_);
   }
   for (const auto& [ticket, filter] : closing) {

@@ -6,13 +6,13 @@
 #include <cstddef>
 #include <map>
 #include <memory>
-#include <mutex>
 
 #include "agent/channel/settings.h"
 #include "agent/constraint/constraint.h"
 #include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/events.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -51,9 +51,9 @@ class ConstraintList {
   const std::size_t mostConstraints_;
   const std::size_t mostEventTypes_;
   const DynamicAny::DynAnyFactory_var factory_;
-  mutable std::mutex mutex_;
-  std::shared_ptr<const Entries> entries_ = std::make_shared<Entries>();
-  CosNotifyFilter::ConstraintID lastId_ = 0;
+  mutable Mutex mutex_;
+  std::shared_ptr<const Entries> entries_ ZK_GUARDED_BY(mutex_) = std::make_shared<Entries>();
+  CosNotifyFilter::ConstraintID lastId_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 // A filter object: what clients call, and what events are held against. It goes
@@ -81,8 +81,8 @@ class Filters {
 
  private:
   const std::shared_ptr<const ChannelParts> parts_;
-  mutable std::mutex mutex_;
-  std::map<ServantHome::Ticket, FilterObject> filters_;
+  mutable Mutex mutex_;
+  std::map<ServantHome::Ticket, FilterObject> filters_ ZK_GUARDED_BY(mutex_);
 };
 
 // What clients make filter objects with. The caller owns a reference to the result.

@@ -7,8 +7,6 @@
 
 namespace zk::agent {
 
-using Guard = std::lock_guard<std::mutex>;
-
 Gate::Gate(long proxy, Rules rules, std::shared_ptr<Losses> losses)
     : proxy_(proxy), rules_(std::move(rules)), losses_(std::move(losses)) {}
 
@@ -20,30 +18,31 @@ bool Gate::accept(const CosNotification::StructuredEvent& event) {
   if (isClosed() || !rules_.admits(event)) {
     return false;
   }
-  const bool accepted = tryAccept();
-  if (!accepted) {
+  if (!hasRoom()) {
     miss(timeOf(event), textOf(event, "notificationId"));
-  }
-  return accepted;
-}
-
-bool Gate::tryAccept() {
-  const long limit = rules_.limit();
-  const Guard guard(mutex_);
-  if (accepted_ - delivered_ >= static_cast<unsigned long>(limit)) {
     return false;
   }
-  ++accepted_;
-  changed_.notify_all();
   return true;
 }
 
+bool Gate::hasRoom() const {
+  const auto limit = static_cast<unsigned long>(rules_.limit());
+  const MutexLock guard(mutex_);
+  return entered_ - delivered_ < limit;
+}
+
+void Gate::enter() {
+  const MutexLock guard(mutex_);
+  ++entered_;
+  changed_.notifyAll();
+}
+
 void Gate::miss(const std::string& time, const std::string& notificationId) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   if (closed_) {
     return;
   }
-  healedAt_ = accepted_;
+  healedAt_ = entered_;
   if (!std::exchange(losing_, true) && losses_) {
     losses_->lost(proxy_, time, notificationId);
   }
@@ -60,60 +59,65 @@ void Gate::endLossWhenHealed() {
 }
 
 void Gate::fetched(CORBA::ULong count) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   fetched_ += count;
 }
 
 void Gate::delivered(CORBA::ULong count) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   delivered_ += count;
   endLossWhenHealed();
 }
 
 std::size_t Gate::waiting() const {
-  const Guard guard(mutex_);
-  return accepted_ - fetched_;
+  const MutexLock guard(mutex_);
+  return entered_ - fetched_;
 }
 
 bool Gate::awaitWaiting(std::size_t atLeast, Clock::time_point until) const {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait_until(lock, until, [&] { return closed_ || accepted_ - fetched_ >= atLeast; });
-  return !closed_ && accepted_ - fetched_ >= atLeast;
+  const MutexLock guard(mutex_);
+  while (!closed_ && entered_ - fetched_ < atLeast && changed_.waitUntil(mutex_, until)) {
+  }
+  return !closed_ && entered_ - fetched_ >= atLeast;
 }
 
 bool Gate::awaitResumed() const {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait(lock, [this] { return closed_ || !suspended_; });
+  const MutexLock guard(mutex_);
+  while (!closed_ && suspended_) {
+    changed_.wait(mutex_);
+  }
   return !closed_;
 }
 
 void Gate::pause(Clock::duration time) const {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait_until(lock, Clock::now() + time, [this] { return closed_; });
+  const auto until = Clock::now() + time;
+  const MutexLock guard(mutex_);
+  while (!closed_ && changed_.waitUntil(mutex_, until)) {
+  }
 }
 
 void Gate::suspend(bool suspended) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   suspended_ = suspended;
-  changed_.notify_all();
+  changed_.notifyAll();
 }
 
 bool Gate::isSuspended() const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   return suspended_;
 }
 
 void Gate::close() {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   closed_ = true;
-  changed_.notify_all();
+  changed_.notifyAll();
   if (std::exchange(losing_, false) && losses_) {
     losses_->recovered(proxy_);
   }
 }
 
 bool Gate::isClosed() const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   return closed_;
 }
 
@@ -124,7 +128,11 @@ GateFilter::~GateFilter() { gate_->close(); }
 
 bool GateFilter::isFiltered(const void* context) {
   const auto* const admitted = static_cast<const AdmittedClients*>(context);
-  return admitted == nullptr || !std::binary_search(admitted->begin(), admitted->end(), client_);
+  if (admitted == nullptr || !std::binary_search(admitted->begin(), admitted->end(), client_)) {
+    return true;
+  }
+  gate_->enter();
+  return false;
 }
 
 int GateFilter::GetFilter(Numbers&, Texts&, Numbers&, Numbers&, Time& start, Time&, Texts&) {

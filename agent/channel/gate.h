@@ -5,24 +5,23 @@
 #define ZK_AGENT_CHANNEL_GATE_H
 
 #include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "agent/channel/losses.h"
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
-// An event counts as waiting from its acceptance until it was delivered: in the
+// An event counts as waiting from its coming in until it was delivered: in the
 // cache's queue, in its list, and in the hands of whoever delivers it. As many
 // as limit() says may wait; the newest is refused then. That begins a loss, which
-// is over once everything accepted before the last refusal has been delivered:
+// is over once everything that came in before the last refusal has been delivered:
 // nothing older than the gap is then still on its way to the consumer.
 class Gate {
  public:
@@ -40,17 +39,20 @@ class Gate {
 
   // Whether the proxy may want an event of this type.
   bool wants(const CosNotification::EventType& type) const;
-  // Whether the event, of a type that it wants, is let in; it must then reach the
-  // cache's list. The event belongs to the calling thread.
+  // Whether the event, of a type that it wants, may come in; one for which there
+  // is no room is lost. The event belongs to the calling thread.
   bool accept(const CosNotification::StructuredEvent& event);
+  // An accepted event comes in: it will reach the cache's list. On the thread that
+  // had it accepted, before the next.
+  void enter();
   // Events were lost before they came here.
   void miss(const std::string& time, const std::string& notificationId);
 
-  // That many events that were let in have left the cache's list.
+  // That many events that came in have left the cache's list.
   void fetched(CORBA::ULong count);
   // That many fetched ones are the consumer's now.
   void delivered(CORBA::ULong count);
-  // Events accepted and not fetched yet.
+  // Events that came in and were not fetched yet.
   std::size_t waiting() const;
 
   // Each waits for its condition, for close() or until then; true when the
@@ -69,30 +71,30 @@ class Gate {
   bool isClosed() const;
 
  private:
-  bool tryAccept();
-  void endLossWhenHealed();  // needs the mutex
+  bool hasRoom() const;
+  void endLossWhenHealed() ZK_REQUIRES(mutex_);
 
   const long proxy_;
   const Rules rules_;
   const std::shared_ptr<Losses> losses_;
 
-  mutable std::mutex mutex_;
-  mutable std::condition_variable changed_;
-  unsigned long accepted_ = 0;
-  unsigned long fetched_ = 0;
-  unsigned long delivered_ = 0;
-  unsigned long healedAt_ = 0;  // the count of deliveries that ends the loss
-  bool losing_ = false;
-  bool suspended_ = false;
-  bool closed_ = false;
+  mutable Mutex mutex_;
+  mutable Condition changed_;
+  unsigned long entered_ ZK_GUARDED_BY(mutex_) = 0;
+  unsigned long fetched_ ZK_GUARDED_BY(mutex_) = 0;
+  unsigned long delivered_ ZK_GUARDED_BY(mutex_) = 0;
+  unsigned long healedAt_ ZK_GUARDED_BY(mutex_) = 0;  // the count of deliveries that ends the loss
+  bool losing_ ZK_GUARDED_BY(mutex_) = false;
+  bool suspended_ ZK_GUARDED_BY(mutex_) = false;
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
-// Whose gates have let an event in: clients of the event cache, ascending. The
+// Whose gates have accepted an event: clients of the event cache, ascending. The
 // context of a push.
 using AdmittedClients = std::vector<long>;
 
 // A gate as the event cache's filter, which the cache owns: lets through what the
-// gate has let in, and nothing without a context.
+// gate has accepted, which comes in thereby, and nothing without a context.
 class GateFilter : public NS_QUORCORBA::NXMessageFilter {
  public:
   using Numbers = std::vector<long>;

@@ -13,7 +13,7 @@ Losses::Losses(std::shared_ptr<LossListener> listener, std::shared_ptr<Workers> 
     : listener_(std::move(listener)), workers_(std::move(workers)) {}
 
 void Losses::lost(long proxy, const std::string& time, const std::string& notificationId) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   const bool first = losing_.empty();
   losing_.insert(proxy);
   if (!first) {
@@ -27,14 +27,14 @@ void Losses::lost(long proxy, const std::string& time, const std::string& notifi
 }
 
 void Losses::recovered(long proxy) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (losing_.erase(proxy) != 0 && losing_.empty()) {
     post({true, NS_QUORCORBA::TimeChange::getUTCTime(), ""});
   }
 }
 
 void Losses::close() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   closed_ = true;
   untold_.clear();
 }
@@ -57,7 +57,7 @@ void Losses::tellAll() {
 }
 
 bool Losses::takeNext(Message& message) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (untold_.empty()) {
     telling_ = false;
     return false;

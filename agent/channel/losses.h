@@ -5,11 +5,11 @@
 
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 
 #include "agent/base/workers.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -45,18 +45,18 @@ class Losses : public std::enable_shared_from_this<Losses> {
     std::string notificationId;
   };
 
-  void post(Message message);  // needs the mutex
+  void post(Message message) ZK_REQUIRES(mutex_);
   bool takeNext(Message& message);
   void tellAll();
   void tell(const Message& message);
 
   const std::shared_ptr<LossListener> listener_;
   const std::shared_ptr<Workers> workers_;
-  std::mutex mutex_;
-  std::set<long> losing_;
-  std::deque<Message> untold_;  // two at most: occurred, then cleared
-  bool telling_ = false;
-  bool closed_ = false;
+  Mutex mutex_;
+  std::set<long> losing_ ZK_GUARDED_BY(mutex_);
+  std::deque<Message> untold_ ZK_GUARDED_BY(mutex_);  // two at most: occurred, then cleared
+  bool telling_ ZK_GUARDED_BY(mutex_) = false;
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

@@ -11,7 +11,6 @@ namespace zk::agent {
 namespace {
 
 using namespace CosNotifyChannelAdmin;
-using Guard = std::lock_guard<std::mutex>;
 
 constexpr ProxyID MOST_ID = static_cast<ProxyID>(PROXIES_PER_SESSION - 1);
 
@@ -67,7 +66,7 @@ void Proxy::connect(std::function<void()> farewell) {
 }
 
 void Proxy::connectPush(const std::shared_ptr<PushTarget>& target) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   connect(nullptr);
   if (!parts_->workers->start([self = shared_from_this(), target] { self->deliver(target); })) {
     client_->end();
@@ -78,7 +77,7 @@ void Proxy::connectPush(const std::shared_ptr<PushTarget>& target) {
 }
 
 void Proxy::connectPull(std::function<void()> farewell) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   connect(std::move(farewell));
 }
 
@@ -86,7 +85,7 @@ void Proxy::connectPull(std::function<void()> farewell) {
 void Proxy::deliver(const std::shared_ptr<PushTarget>& target) {
   std::shared_ptr<EventQueue> queue;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     queue = queue_;
   }
   Pusher pusher(gate_, queue, qos_, target, parts_->settings);
@@ -106,7 +105,7 @@ void Proxy::checkConnected() const {
 }
 
 void Proxy::suspend() {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   checkConnected();
   if (gate_->isSuspended()) {
     throw ConnectionAlreadyInactive();
@@ -115,7 +114,7 @@ void Proxy::suspend() {
 }
 
 void Proxy::resume() {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   checkConnected();
   if (!gate_->isSuspended()) {
     throw ConnectionAlreadyActive();
@@ -126,7 +125,7 @@ void Proxy::resume() {
 CORBA::ULong Proxy::pull(CORBA::ULong most, CosNotification::EventBatch& batch, bool wait) {
   std::shared_ptr<EventQueue> queue;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     if (state_ != State::CONNECTED) {
       throw CosEventComm::Disconnected();
     }
@@ -142,7 +141,7 @@ CORBA::ULong Proxy::pull(CORBA::ULong most, CosNotification::EventBatch& batch, 
 }
 
 void Proxy::miss(const std::string& time) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   if (state_ == State::CONNECTED) {
     gate_->miss(time, "");
   }
@@ -152,7 +151,7 @@ void Proxy::close(Ending ending) {
   std::function<void()> farewell;
   std::shared_ptr<CacheClient> client;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     state_ = State::CLOSED;
     farewell.swap(farewell_);
     client.swap(client_);
@@ -169,7 +168,7 @@ void Proxy::close(Ending ending) {
 ProxySupplier_ptr Proxies::open(const std::shared_ptr<SessionChannel>& channel,
                                 const std::shared_ptr<ProxyGroup>& group, ProxyType type,
                                 ProxyID& id) {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   if (closed_) {
     throw CORBA::OBJECT_NOT_EXIST();
   }
@@ -199,7 +198,7 @@ ProxyID Proxies::freeId() {
 }
 
 ProxySupplier_ptr Proxies::find(AdminID admin, ProxyID id) const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   const auto found = entries_.find(id);
   if (found == entries_.end() || found->second.proxy->group().id != admin) {
     throw ProxyNotFound();
@@ -208,7 +207,7 @@ ProxySupplier_ptr Proxies::find(AdminID admin, ProxyID id) const {
 }
 
 ProxyIDSeq* Proxies::ids(AdminID admin, bool push) const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   ProxyIDSeq_var list = new ProxyIDSeq;
   for (const auto& [id, entry] : entries_) {
     if (entry.proxy->group().id == admin && entry.proxy->isPush() == push) {
@@ -221,12 +220,12 @@ ProxyIDSeq* Proxies::ids(AdminID admin, bool push) const {
 }
 
 std::size_t Proxies::count() const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   return entries_.size();
 }
 
 void Proxies::forEach(const std::function<void(Proxy&)>& visit) const {
-  const Guard guard(mutex_);
+  const MutexLock guard(mutex_);
   for (const auto& [id, entry] : entries_) {
     visit(*entry.proxy);
   }
@@ -235,7 +234,7 @@ void Proxies::forEach(const std::function<void(Proxy&)>& visit) const {
 bool Proxies::close(ProxyID id, Proxy::Ending ending) {
   Entries::node_type closing;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     closing = entries_.extract(id);
   }
   if (closing.empty()) {
@@ -257,7 +256,7 @@ void Proxies::closeOf(AdminID admin) {
 void Proxies::closeAll() {
   Entries closing;
   {
-    const Guard guard(mutex_);
+    const MutexLock guard(mutex_);
     closed_ = true;
     closing.swap(entries_);
   }

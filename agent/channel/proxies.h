@@ -6,7 +6,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 
 #include "agent/channel/consumeradmins.h"
@@ -15,6 +14,7 @@
 #include "agent/channel/qos.h"
 #include "agent/channel/selection.h"
 #include "agent/channel/settings.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -64,8 +64,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
  private:
   enum class State { FRESH, CONNECTED, CLOSED };
 
-  void connect(std::function<void()> farewell);  // needs the mutex
-  void checkConnected() const;                   // likewise
+  void connect(std::function<void()> farewell) ZK_REQUIRES(mutex_);
+  void checkConnected() const ZK_REQUIRES(mutex_);
   void deliver(const std::shared_ptr<PushTarget>& target);
 
   const std::shared_ptr<const ChannelParts> parts_;
@@ -77,11 +77,11 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   const std::shared_ptr<Qos> qos_;
   const std::shared_ptr<Gate> gate_;
 
-  mutable std::mutex mutex_;  // before the cache's locks
-  State state_ = State::FRESH;
-  std::function<void()> farewell_;
-  std::shared_ptr<CacheClient> client_;
-  std::shared_ptr<EventQueue> queue_;
+  mutable Mutex mutex_;  // before the cache's locks
+  State state_ ZK_GUARDED_BY(mutex_) = State::FRESH;
+  std::function<void()> farewell_ ZK_GUARDED_BY(mutex_);
+  std::shared_ptr<CacheClient> client_ ZK_GUARDED_BY(mutex_);
+  std::shared_ptr<EventQueue> queue_ ZK_GUARDED_BY(mutex_);
 };
 
 class Proxies {
@@ -118,14 +118,14 @@ class Proxies {
   };
   using Entries = std::map<CosNotifyChannelAdmin::ProxyID, Entry>;
 
-  CosNotifyChannelAdmin::ProxyID freeId();  // needs the mutex
+  CosNotifyChannelAdmin::ProxyID freeId() ZK_REQUIRES(mutex_);
   void end(const Entry& entry, Proxy::Ending ending);
 
   const std::shared_ptr<const ChannelParts> parts_;
-  mutable std::mutex mutex_;
-  Entries entries_;
-  CosNotifyChannelAdmin::ProxyID lastId_ = 0;
-  bool closed_ = false;
+  mutable Mutex mutex_;
+  Entries entries_ ZK_GUARDED_BY(mutex_);
+  CosNotifyChannelAdmin::ProxyID lastId_ ZK_GUARDED_BY(mutex_) = 0;
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

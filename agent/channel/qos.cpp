@@ -179,7 +179,7 @@ QoSProperties* Qos::get() const {
 
 void Qos::set(const QoSProperties& properties) {
   const QosValues wanted = checked(properties);
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   values_ = wanted;
 }
 
@@ -199,7 +199,7 @@ NamedPropertyRangeSeq* Qos::validate(const QoSProperties& properties) const {
 }
 
 QosValues Qos::values() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   return values_;
 }
 

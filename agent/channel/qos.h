@@ -5,10 +5,10 @@
 #define ZK_AGENT_CHANNEL_QOS_H
 
 #include <chrono>
-#include <mutex>
 
 #include "agent/channel/settings.h"
 #include "zk_quornex/idl/channel.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -52,8 +52,8 @@ class Qos {
   QosValues checked(const CosNotification::QoSProperties& properties) const;
 
   const Most most_;
-  mutable std::mutex mutex_;
-  QosValues values_;
+  mutable Mutex mutex_;
+  QosValues values_ ZK_GUARDED_BY(mutex_);
 };
 
 // The channel's own properties: told, and accepted only as they are. A consumer's

@@ -75,7 +75,7 @@ void Selection::change(const EventTypeSeq& added, const EventTypeSeq& removed) {
   if (added.length() > mostTypes_) {
     throw CORBA::IMP_LIMIT();
   }
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   auto changed = std::make_shared<State>();
   changed->filters = state_->filters;
   for (CORBA::ULong i = 0; i < state_->types.length(); ++i) {
@@ -94,12 +94,12 @@ void Selection::change(const EventTypeSeq& added, const EventTypeSeq& removed) {
 }
 
 std::shared_ptr<const Selection::State> Selection::current() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   return state_;
 }
 
 FilterID Selection::addFilter(const FilterObject& filter) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (state_->filters.size() >= mostFilters_) {
     throw CORBA::IMP_LIMIT();
   }
@@ -110,7 +110,7 @@ FilterID Selection::addFilter(const FilterObject& filter) {
 }
 
 void Selection::removeFilter(FilterID id) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   auto changed = std::make_shared<State>(*state_);
   if (changed->filters.erase(id) == 0) {
     throw CosNotifyFilter::FilterNotFound();
@@ -119,7 +119,7 @@ void Selection::removeFilter(FilterID id) {
 }
 
 void Selection::removeFilters() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   auto changed = std::make_shared<State>(*state_);
   changed->filters.clear();
   state_ = std::move(changed);

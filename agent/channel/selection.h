@@ -6,12 +6,12 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 
 #include "agent/channel/filters.h"
 #include "agent/channel/settings.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/events.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -50,9 +50,9 @@ class Selection {
 
   const std::size_t mostTypes_;
   const std::size_t mostFilters_;
-  mutable std::mutex mutex_;
-  std::shared_ptr<const State> state_ = std::make_shared<State>();
-  CosNotifyFilter::FilterID lastId_ = 0;
+  mutable Mutex mutex_;
+  std::shared_ptr<const State> state_ ZK_GUARDED_BY(mutex_) = std::make_shared<State>();
+  CosNotifyFilter::FilterID lastId_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 // Whether a proxy gets an event that both subscriptions hold: the filters of admin

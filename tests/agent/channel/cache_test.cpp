@@ -25,6 +25,7 @@ TEST(GateFilterTest, letsThroughWhatItsGateHasLetIn) {
   EXPECT_FALSE(filter.isFiltered(&with));
   EXPECT_TRUE(filter.isFiltered(&without));
   EXPECT_TRUE(filter.isFiltered(nullptr));
+  EXPECT_EQ(open.gate->waiting(), 1U) << "what was let through has come in";
 }
 
 TEST(GateFilterTest, closesItsGateWhenTheCacheLetsGo) {
@@ -113,6 +114,16 @@ TEST_F(Cache, givesAnEventToThoseWhoseGatesLetItIn) {
     all.insert(all.end(), more.begin(), more.end());
   }
   EXPECT_EQ(all, numbers(1, 2));
+}
+
+TEST_F(Cache, countsOnlyWhatReachesTheClients) {
+  OpenGate open;
+  const auto one = client(open);
+  FixedAgentConfig config;
+  config.notifyModel = 1;  // does not use the cache
+  cache->push(makeAlarm("1"));
+  EXPECT_EQ(open.judged, 1);
+  EXPECT_EQ(open.gate->waiting(), 0U);
 }
 
 TEST_F(Cache, endsWaitsWithTheClient) {

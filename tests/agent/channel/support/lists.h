@@ -81,7 +81,13 @@ struct OpenGate {
                                    [this] { return limit; }},
             std::move(losses))) {}
 
-  bool offer(const CosNotification::StructuredEvent& event) { return gate->accept(event); }
+  bool offer(const CosNotification::StructuredEvent& event) {
+    const bool accepted = gate->accept(event);
+    if (accepted) {
+      gate->enter();
+    }
+    return accepted;
+  }
 
   long limit;
   bool wants = true;
