@@ -3,11 +3,11 @@
 #include <exception>
 #include <utility>
 
-#include "agent/constraint/parser.h"
+#include "agent/constraint/grammar.h"
 
 namespace zk::agent {
 
-Constraint::Constraint(std::string text, etcl::ExpressionPtr root,
+Constraint::Constraint(std::string text, std::unique_ptr<const etcl::Expression> root,
                        DynamicAny::DynAnyFactory_ptr factory)
     : text_(std::move(text)),
       root_(std::move(root)),
@@ -22,9 +22,7 @@ std::unique_ptr<const Constraint> Constraint::parse(const std::string& text,
 bool Constraint::matches(const CosNotification::StructuredEvent& event) const noexcept {
   try {
     etcl::Evaluation evaluation(event, factory_.in());
-    const etcl::Value value = lookedUp(root_->evaluate(evaluation), evaluation);
-    const auto* holds = std::get_if<bool>(&value);
-    return holds != nullptr && *holds;
+    return etcl::answer(*root_, evaluation) == true;
   } catch (const CORBA::Exception&) {
     return false;
   } catch (const std::exception&) {  // no memory

@@ -6,8 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "agent/constraint/expression.h"
-#include "agent/constraint/invalidconstrainttext.h"
+#include "agent/constraint/grammar.h"
 
 namespace zk::agent {
 
@@ -34,10 +33,11 @@ class Constraint {
   const std::string& text() const { return text_; }
 
  private:
-  Constraint(std::string text, etcl::ExpressionPtr root, DynamicAny::DynAnyFactory_ptr factory);
+  Constraint(std::string text, std::unique_ptr<const etcl::Expression> root,
+             DynamicAny::DynAnyFactory_ptr factory);
 
   std::string text_;
-  etcl::ExpressionPtr root_;
+  std::unique_ptr<const etcl::Expression> root_;
   DynamicAny::DynAnyFactory_var factory_;
 };
 

@@ -4,11 +4,10 @@
 #define ZK_AGENT_CONSTRAINT_EXPRESSION_H
 
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "agent/constraint/path.h"
-#include "agent/constraint/scanner.h"
 
 namespace zk::agent::etcl {
 
@@ -24,8 +23,11 @@ class Expression {
   virtual bool isCondition() const { return true; }
 };
 
-using ExpressionPtr = std::unique_ptr<const Expression>;
-using Expressions = std::vector<ExpressionPtr>;
+using ExpressionPtr = std::unique_ptr<Expression>;
+
+// Whole numbers that int64_t cannot hold are kept as long double, which holds
+// those of 64 bits exactly on the machines this runs on.
+using Number = std::variant<std::int64_t, long double>;
 
 ExpressionPtr truth(bool value);
 ExpressionPtr number(const Number& value);
@@ -35,19 +37,19 @@ ExpressionPtr part(Path path);
 
 ExpressionPtr exists(Path path);
 ExpressionPtr isDefault(Path path);
-ExpressionPtr allOf(Expressions conditions);
-ExpressionPtr anyOf(Expressions conditions);
 ExpressionPtr negation(ExpressionPtr condition);
 ExpressionPtr comparison(Comparison how, ExpressionPtr left, ExpressionPtr right);
 ExpressionPtr calculation(Operation what, ExpressionPtr left, ExpressionPtr right);
 ExpressionPtr substring(ExpressionPtr needle, ExpressionPtr hay);
 ExpressionPtr contained(ExpressionPtr element, Path list);
 
-// What a bare name stands for where no enumeration gives it a meaning.
-inline Value lookedUp(const Value& value, Evaluation& evaluation) {
-  const auto* bare = std::get_if<Name>(&value);
-  return bare != nullptr ? variable(bare->text, evaluation) : value;
-}
+// A left that is of the same kind itself takes right in as one condition more,
+// so that the tree does not get deeper as a constraint gets longer.
+ExpressionPtr conjunction(ExpressionPtr left, ExpressionPtr right);
+ExpressionPtr disjunction(ExpressionPtr left, ExpressionPtr right);
+
+// TRUE, FALSE, or no answer for whatever else a condition comes to.
+std::optional<bool> answer(const Expression& condition, Evaluation& evaluation);
 
 }  // namespace zk::agent::etcl
 

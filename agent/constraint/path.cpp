@@ -1,8 +1,7 @@
 #include "agent/constraint/path.h"
 
-#include "agent/constraint/dynamic.h"
+#include "agent/constraint/dynamicvalue.h"
 #include "agent/constraint/records.h"
-#include "agent/constraint/typename.h"
 
 namespace zk::agent::etcl {
 
@@ -13,31 +12,31 @@ template <typename Place>
 struct Taking {
   const Place& place;
   Evaluation& evaluation;
-  static constexpr bool kIsList = records::isList<Place>;
+  static constexpr bool IS_LIST = records::IS_LIST<Place>;
 
   Value operator()(const Member& step) const {
-    if constexpr (kIsList) {
+    if constexpr (IS_LIST) {
       return Nothing{};
     } else {
       return records::member(place, step.name, evaluation);
     }
   }
   Value operator()(const Position& step) const {
-    if constexpr (kIsList) {
+    if constexpr (IS_LIST) {
       return Nothing{};
     } else {
       return records::memberAt(place, step.index, evaluation);
     }
   }
   Value operator()(const Element& step) const {
-    if constexpr (kIsList) {
+    if constexpr (IS_LIST) {
       return step.index < place.length() ? Value(&place[step.index]) : Value();
     } else {
       return Nothing{};
     }
   }
   Value operator()(const Associated& step) const {
-    if constexpr (kIsList) {
+    if constexpr (IS_LIST) {
       return records::associated(place, step.name, evaluation);
     } else {
       return Nothing{};
@@ -45,11 +44,11 @@ struct Taking {
   }
   Value operator()(const Arm& /*step*/) const { return Nothing{}; }
   Value operator()(Special step) const {
-    if (step == Special::typeId || step == Special::repositoryId) {
+    if (step == Special::TYPE_ID || step == Special::REPOSITORY_ID) {
       return typeName(step, records::Layout<Place>::type(), evaluation);
     }
-    if constexpr (kIsList) {
-      return step == Special::length ? Value(std::int64_t{place.length()}) : Value();
+    if constexpr (IS_LIST) {
+      return step == Special::LENGTH ? Value(std::int64_t{place.length()}) : Value();
     } else {
       return Nothing{};
     }
@@ -67,7 +66,7 @@ struct Stepping {
   Value operator()(const Enumerated& value) const {
     const auto* which = std::get_if<Special>(&step);
     const bool named =
-        which != nullptr && (*which == Special::typeId || *which == Special::repositoryId);
+        which != nullptr && (*which == Special::TYPE_ID || *which == Special::REPOSITORY_ID);
     return named ? typeName(*which, value.type, evaluation) : Value();
   }
   template <typename Place>
@@ -86,7 +85,7 @@ struct Length {
   }
   template <typename Place>
   std::optional<CORBA::ULong> operator()(const Place* place) const {
-    if constexpr (records::isList<Place>) {
+    if constexpr (records::IS_LIST<Place>) {
       return place->length();
     } else {
       return std::nullopt;
@@ -108,6 +107,14 @@ Value headerName(std::string_view name, const CosNotification::FixedEventHeader&
 }
 
 }  // namespace
+
+Value typeName(Special which, CORBA::TypeCode_ptr type, Evaluation& evaluation) {
+  try {
+    return evaluation.keep(which == Special::TYPE_ID ? type->name() : type->id());
+  } catch (const CORBA::TypeCode::BadKind&) {
+    return Nothing{};
+  }
+}
 
 Value take(const Step& step, const Value& from, Evaluation& evaluation) {
   return std::visit(Stepping{step, evaluation}, from);

@@ -31,7 +31,7 @@ struct Associated {  // (name), the value of the pair of that name
 struct Arm {
   std::variant<std::monostate, std::int64_t, std::string> label;
 };
-enum class Special { length, discriminator, typeId, repositoryId };
+enum class Special { LENGTH, DISCRIMINATOR, TYPE_ID, REPOSITORY_ID };
 
 using Step = std::variant<Member, Position, Element, Associated, Arm, Special>;
 
@@ -53,6 +53,10 @@ Value take(const Step& step, const Value& from, Evaluation& evaluation);
 // How many elements a list has; nothing for anything else.
 std::optional<CORBA::ULong> lengthOf(const Value& list);
 Value elementAt(const Value& list, CORBA::ULong index, Evaluation& evaluation);
+
+// What _type_id or _repos_id gives: the type's name, kept by the evaluation;
+// Nothing for types without a name of their own.
+Value typeName(Special which, CORBA::TypeCode_ptr type, Evaluation& evaluation);
 
 // Whether from is a union that shows its default arm.
 bool showsDefault(const Value& from, Evaluation& evaluation);

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string_view>
+#include <type_traits>
 
 #include "agent/constraint/evaluation.h"
 
@@ -17,6 +18,29 @@ struct Field {
 
 inline Value textOf(const char* text) { return std::string_view(text); }
 
+// A member that is a text, an any to be looked into, or a record or list itself.
+template <auto MEMBER, typename Record>
+Value read(const Record& record, Evaluation& evaluation) {
+  const auto& value = record.*MEMBER;
+  using Type = std::decay_t<decltype(value)>;
+  if constexpr (std::is_same_v<Type, CORBA::Any>) {
+    return evaluation.open(value);
+  } else if constexpr (std::is_convertible_v<const Type&, const char*>) {
+    return textOf(value);
+  } else {
+    return &value;
+  }
+}
+
+template <typename Record, typename Type>
+Record recordOf(Type Record::*member);
+
+template <auto MEMBER>
+constexpr auto field(const char* name) {
+  using Record = decltype(recordOf(MEMBER));
+  return Field<Record>{name, read<MEMBER, Record>};
+}
+
 // Of each record its type's description and its members in their order.
 template <typename Record>
 struct Layout;
@@ -25,71 +49,53 @@ template <>
 struct Layout<CosNotification::EventType> {
   using Record = CosNotification::EventType;
   static CORBA::TypeCode_ptr type() { return CosNotification::_tc_EventType; }
-  static constexpr std::array kFields = {
-      Field<Record>{"domain_name",
-                    [](const Record& r, Evaluation&) { return textOf(r.domain_name); }},
-      Field<Record>{"type_name", [](const Record& r, Evaluation&) { return textOf(r.type_name); }}};
+  static constexpr std::array FIELDS = {field<&Record::domain_name>("domain_name"),
+                                        field<&Record::type_name>("type_name")};
 };
 
 template <>
 struct Layout<CosNotification::FixedEventHeader> {
   using Record = CosNotification::FixedEventHeader;
   static CORBA::TypeCode_ptr type() { return CosNotification::_tc_FixedEventHeader; }
-  static constexpr std::array kFields = {
-      Field<Record>{"event_type",
-                    [](const Record& r, Evaluation&) { return Value(&r.event_type); }},
-      Field<Record>{"event_name",
-                    [](const Record& r, Evaluation&) { return textOf(r.event_name); }}};
+  static constexpr std::array FIELDS = {field<&Record::event_type>("event_type"),
+                                        field<&Record::event_name>("event_name")};
 };
 
 template <>
 struct Layout<CosNotification::EventHeader> {
   using Record = CosNotification::EventHeader;
   static CORBA::TypeCode_ptr type() { return CosNotification::_tc_EventHeader; }
-  static constexpr std::array kFields = {
-      Field<Record>{"fixed_header",
-                    [](const Record& r, Evaluation&) { return Value(&r.fixed_header); }},
-      Field<Record>{"variable_header",
-                    [](const Record& r, Evaluation&) { return Value(&r.variable_header); }}};
+  static constexpr std::array FIELDS = {field<&Record::fixed_header>("fixed_header"),
+                                        field<&Record::variable_header>("variable_header")};
 };
 
 template <>
 struct Layout<CosNotification::StructuredEvent> {
   using Record = CosNotification::StructuredEvent;
   static CORBA::TypeCode_ptr type() { return CosNotification::_tc_StructuredEvent; }
-  static constexpr std::array kFields = {
-      Field<Record>{"header", [](const Record& r, Evaluation&) { return Value(&r.header); }},
-      Field<Record>{"filterable_data",
-                    [](const Record& r, Evaluation&) { return Value(&r.filterable_data); }},
-      Field<Record>{"remainder_of_body",
-                    [](const Record& r, Evaluation& e) { return e.open(r.remainder_of_body); }}};
+  static constexpr std::array FIELDS = {field<&Record::header>("header"),
+                                        field<&Record::filterable_data>("filterable_data"),
+                                        field<&Record::remainder_of_body>("remainder_of_body")};
+};
+
+template <typename Pair>
+struct PairLayout {
+  static constexpr std::array FIELDS = {field<&Pair::name>("name"), field<&Pair::value>("value")};
 };
 
 template <>
-struct Layout<CosNotification::Property> {
-  using Record = CosNotification::Property;
+struct Layout<CosNotification::Property> : PairLayout<CosNotification::Property> {
   static CORBA::TypeCode_ptr type() { return CosNotification::_tc_Property; }
-  static constexpr std::array kFields = {
-      Field<Record>{"name", [](const Record& r, Evaluation&) { return textOf(r.name); }},
-      Field<Record>{"value", [](const Record& r, Evaluation& e) { return e.open(r.value); }}};
 };
 
 template <>
-struct Layout<globaldefs::NameAndStringValue_T> {
-  using Record = globaldefs::NameAndStringValue_T;
+struct Layout<globaldefs::NameAndStringValue_T> : PairLayout<globaldefs::NameAndStringValue_T> {
   static CORBA::TypeCode_ptr type() { return globaldefs::_tc_NameAndStringValue_T; }
-  static constexpr std::array kFields = {
-      Field<Record>{"name", [](const Record& r, Evaluation&) { return textOf(r.name); }},
-      Field<Record>{"value", [](const Record& r, Evaluation&) { return textOf(r.value); }}};
 };
 
 template <>
-struct Layout<notifications::NameAndAnyValue_T> {
-  using Record = notifications::NameAndAnyValue_T;
+struct Layout<notifications::NameAndAnyValue_T> : PairLayout<notifications::NameAndAnyValue_T> {
   static CORBA::TypeCode_ptr type() { return notifications::_tc_NameAndAnyValue_T; }
-  static constexpr std::array kFields = {
-      Field<Record>{"name", [](const Record& r, Evaluation&) { return textOf(r.name); }},
-      Field<Record>{"value", [](const Record& r, Evaluation& e) { return e.open(r.value); }}};
 };
 
 template <>
@@ -105,18 +111,14 @@ struct Layout<notifications::NVList_T> {
   static CORBA::TypeCode_ptr type() { return notifications::_tc_NVList_T; }
 };
 
-template <typename T>
-constexpr bool isList = false;
-template <>
-inline constexpr bool isList<CosNotification::PropertySeq> = true;
-template <>
-inline constexpr bool isList<globaldefs::NVSList_T> = true;
-template <>
-inline constexpr bool isList<notifications::NVList_T> = true;
+template <typename Type>
+constexpr bool IS_LIST =
+    std::is_same_v<Type, CosNotification::PropertySeq> ||
+    std::is_same_v<Type, globaldefs::NVSList_T> || std::is_same_v<Type, notifications::NVList_T>;
 
 template <typename Record>
 Value member(const Record& record, std::string_view name, Evaluation& evaluation) {
-  for (const auto& field : Layout<Record>::kFields) {
+  for (const auto& field : Layout<Record>::FIELDS) {
     if (name == field.name) {
       return field.read(record, evaluation);
     }
@@ -126,7 +128,7 @@ Value member(const Record& record, std::string_view name, Evaluation& evaluation
 
 template <typename Record>
 Value memberAt(const Record& record, CORBA::ULong index, Evaluation& evaluation) {
-  const auto& fields = Layout<Record>::kFields;
+  const auto& fields = Layout<Record>::FIELDS;
   return index < fields.size() ? fields[index].read(record, evaluation) : Value();
 }
 

@@ -48,8 +48,13 @@ inline Value unsignedValue(CORBA::ULongLong number) {
 
 inline bool isNothing(const Value& value) { return std::holds_alternative<Nothing>(value); }
 
-enum class Comparison { equal, different, less, lessOrEqual, greater, greaterOrEqual };
-enum class Operation { add, subtract, multiply, divide };
+inline bool isTrue(const Value& value) {
+  const auto* holds = std::get_if<bool>(&value);
+  return holds != nullptr && *holds;
+}
+
+enum class Comparison { EQUAL, DIFFERENT, LESS, LESS_OR_EQUAL, GREATER, GREATER_OR_EQUAL };
+enum class Operation { ADD, SUBTRACT, MULTIPLY, DIVIDE };
 
 // Truth or Nothing, when the two cannot be compared. Numbers are compared by
 // value whatever their types, texts byte by byte, FALSE is less than TRUE, an

@@ -1,24 +1,98 @@
-// The inner nodes of the tree.
-#include <utility>
-
 #include "agent/constraint/expression.h"
+
+#include <utility>
+#include <vector>
 
 namespace zk::agent::etcl {
 
 namespace {
 
-// TRUE, FALSE, or no answer for whatever else an operand comes to.
-std::optional<bool> answer(const Expression& condition, Evaluation& evaluation) {
-  const Value value = lookedUp(condition.evaluate(evaluation), evaluation);
-  const auto* holds = std::get_if<bool>(&value);
-  return holds != nullptr ? std::optional(*holds) : std::nullopt;
+class Literal final : public Expression {
+ public:
+  explicit Literal(const Value& value) : value_(value) {}
+  Value evaluate(Evaluation& /*evaluation*/) const override { return value_; }
+  bool isCondition() const override { return std::holds_alternative<bool>(value_); }
+
+ private:
+  Value value_;  // points to nothing
+};
+
+class TextLiteral final : public Expression {
+ public:
+  explicit TextLiteral(std::string value) : value_(std::move(value)) {}
+  Value evaluate(Evaluation& /*evaluation*/) const override { return std::string_view(value_); }
+  bool isCondition() const override { return false; }
+
+ private:
+  std::string value_;
+};
+
+class BareName final : public Expression {
+ public:
+  explicit BareName(std::string value) : value_(std::move(value)) {}
+  Value evaluate(Evaluation& /*evaluation*/) const override { return Name{value_}; }
+
+ private:
+  std::string value_;
+};
+
+class Part final : public Expression {
+ public:
+  explicit Part(Path path) : path_(std::move(path)) {}
+  Value evaluate(Evaluation& evaluation) const override { return follow(path_, evaluation); }
+
+ private:
+  Path path_;
+};
+
+class Exists final : public Expression {
+ public:
+  explicit Exists(Path path) : path_(std::move(path)) {}
+  Value evaluate(Evaluation& evaluation) const override {
+    return !isNothing(follow(path_, evaluation));
+  }
+
+ private:
+  Path path_;
+};
+
+class IsDefault final : public Expression {
+ public:
+  explicit IsDefault(Path path) : path_(std::move(path)) {}
+  Value evaluate(Evaluation& evaluation) const override {
+    return showsDefault(follow(path_, evaluation), evaluation);
+  }
+
+ private:
+  Path path_;
+};
+
+bool isDiscriminator(const Step& step) {
+  const auto* special = std::get_if<Special>(&step);
+  return special != nullptr && *special == Special::DISCRIMINATOR;
+}
+
+// What a bare name stands for where no enumeration gives it a meaning.
+Value lookedUp(const Value& value, Evaluation& evaluation) {
+  const auto* bare = std::get_if<Name>(&value);
+  return bare != nullptr ? variable(bare->text, evaluation) : value;
 }
 
 // A conjunction (deciding: false) or a disjunction (deciding: true).
 class Junction final : public Expression {
  public:
-  Junction(bool deciding, Expressions conditions)
-      : deciding_(deciding), conditions_(std::move(conditions)) {}
+  static ExpressionPtr joined(bool deciding, ExpressionPtr left, ExpressionPtr right) {
+    auto* junction = dynamic_cast<Junction*>(left.get());
+    if (junction == nullptr || junction->deciding_ != deciding) {
+      auto made = std::make_unique<Junction>(deciding);
+      junction = made.get();
+      junction->conditions_.push_back(std::exchange(left, std::move(made)));
+    }
+    junction->conditions_.push_back(std::move(right));
+    return left;
+  }
+
+  explicit Junction(bool deciding) : deciding_(deciding) {}
 
   Value evaluate(Evaluation& evaluation) const override {
     bool undecided = false;
@@ -34,7 +108,7 @@ class Junction final : public Expression {
 
  private:
   bool deciding_;
-  Expressions conditions_;
+  std::vector<ExpressionPtr> conditions_;
 };
 
 class Negation final : public Expression {
@@ -124,9 +198,8 @@ class Contained final : public Expression {
       return Nothing{};
     }
     for (CORBA::ULong i = 0; i < *length; ++i) {
-      const Value same =
-          compareNamed(Comparison::equal, element, elementAt(list, i, evaluation), evaluation);
-      if (const auto* holds = std::get_if<bool>(&same); holds != nullptr && *holds) {
+      const Value here = elementAt(list, i, evaluation);
+      if (isTrue(compareNamed(Comparison::EQUAL, element, here, evaluation))) {
         return true;
       }
     }
@@ -140,11 +213,27 @@ class Contained final : public Expression {
 
 }  // namespace
 
-ExpressionPtr allOf(Expressions conditions) {
-  return std::make_unique<Junction>(false, std::move(conditions));
+ExpressionPtr truth(bool value) { return std::make_unique<Literal>(value); }
+ExpressionPtr number(const Number& value) {
+  return std::make_unique<Literal>(std::visit([](auto number) { return Value(number); }, value));
 }
-ExpressionPtr anyOf(Expressions conditions) {
-  return std::make_unique<Junction>(true, std::move(conditions));
+ExpressionPtr text(std::string value) { return std::make_unique<TextLiteral>(std::move(value)); }
+ExpressionPtr name(std::string value) { return std::make_unique<BareName>(std::move(value)); }
+ExpressionPtr part(Path path) { return std::make_unique<Part>(std::move(path)); }
+ExpressionPtr exists(Path path) { return std::make_unique<Exists>(std::move(path)); }
+ExpressionPtr isDefault(Path path) {
+  // "default $u._d" and "default $u" ask the same.
+  if (!path.steps.empty() && isDiscriminator(path.steps.back())) {
+    path.steps.pop_back();
+  }
+  return std::make_unique<IsDefault>(std::move(path));
+}
+
+ExpressionPtr conjunction(ExpressionPtr left, ExpressionPtr right) {
+  return Junction::joined(false, std::move(left), std::move(right));
+}
+ExpressionPtr disjunction(ExpressionPtr left, ExpressionPtr right) {
+  return Junction::joined(true, std::move(left), std::move(right));
 }
 ExpressionPtr negation(ExpressionPtr condition) {
   return std::make_unique<Negation>(std::move(condition));
@@ -160,6 +249,12 @@ ExpressionPtr substring(ExpressionPtr needle, ExpressionPtr hay) {
 }
 ExpressionPtr contained(ExpressionPtr element, Path list) {
   return std::make_unique<Contained>(std::move(element), std::move(list));
+}
+
+std::optional<bool> answer(const Expression& condition, Evaluation& evaluation) {
+  const Value value = lookedUp(condition.evaluate(evaluation), evaluation);
+  const auto* holds = std::get_if<bool>(&value);
+  return holds != nullptr ? std::optional(*holds) : std::nullopt;
 }
 
 }  // namespace zk::agent::etcl

@@ -1,7 +1,7 @@
 // Steps into values whose types are known only from their descriptions. Each
 // moves the value's cursor, which belongs to the evaluation that opened it.
-#ifndef ZK_AGENT_CONSTRAINT_DYNAMIC_H
-#define ZK_AGENT_CONSTRAINT_DYNAMIC_H
+#ifndef ZK_AGENT_CONSTRAINT_DYNAMICVALUE_H
+#define ZK_AGENT_CONSTRAINT_DYNAMICVALUE_H
 
 #include "agent/constraint/path.h"
 

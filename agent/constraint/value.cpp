@@ -71,20 +71,64 @@ struct Ordering {
 
 bool holds(Comparison how, int order) {
   switch (how) {
-    case Comparison::equal:
+    case Comparison::EQUAL:
       return order == 0;
-    case Comparison::different:
+    case Comparison::DIFFERENT:
       return order != 0;
-    case Comparison::less:
+    case Comparison::LESS:
       return order < 0;
-    case Comparison::lessOrEqual:
+    case Comparison::LESS_OR_EQUAL:
       return order <= 0;
-    case Comparison::greater:
+    case Comparison::GREATER:
       return order > 0;
-    case Comparison::greaterOrEqual:
+    case Comparison::GREATER_OR_EQUAL:
       return order >= 0;
   }
   return false;
+}
+
+using Whole = std::int64_t;
+using Real = long double;
+
+// Nothing when the result is no whole number of 64 bits.
+std::optional<Whole> wholeResult(Operation what, Whole left, Whole right) {
+  Whole result = 0;
+  switch (what) {
+    case Operation::ADD:
+      return __builtin_add_overflow(left, right, &result) ? std::nullopt : std::optional(result);
+    case Operation::SUBTRACT:
+      return __builtin_sub_overflow(left, right, &result) ? std::nullopt : std::optional(result);
+    case Operation::MULTIPLY:
+      return __builtin_mul_overflow(left, right, &result) ? std::nullopt : std::optional(result);
+    case Operation::DIVIDE:
+      if (right == -1) {  // the smallest number has no positive counterpart
+        return wholeResult(Operation::SUBTRACT, 0, left);
+      }
+      return left % right == 0 ? std::optional(left / right) : std::nullopt;
+  }
+  return std::nullopt;
+}
+
+Real realResult(Operation what, Real left, Real right) {
+  switch (what) {
+    case Operation::ADD:
+      return left + right;
+    case Operation::SUBTRACT:
+      return left - right;
+    case Operation::MULTIPLY:
+      return left * right;
+    case Operation::DIVIDE:
+      return left / right;
+  }
+  return 0;
+}
+
+std::optional<Real> asReal(const Value& value) {
+  if (const auto* whole = std::get_if<Whole>(&value)) {
+    return static_cast<Real>(*whole);
+  }
+  const auto* real = std::get_if<Real>(&value);
+  return real != nullptr ? std::optional(*real) : std::nullopt;
 }
 
 }  // namespace
@@ -97,6 +141,22 @@ Value compare(Comparison how, const Value& left, const Value& right) {
     return holds(how, -*order);
   }
   return Nothing{};
+}
+
+Value calculate(Operation what, const Value& left, const Value& right) {
+  const auto leftReal = asReal(left);
+  const auto rightReal = asReal(right);
+  if (!leftReal || !rightReal || (what == Operation::DIVIDE && *rightReal == 0)) {
+    return Nothing{};
+  }
+  const auto* leftWhole = std::get_if<Whole>(&left);
+  const auto* rightWhole = std::get_if<Whole>(&right);
+  if (leftWhole != nullptr && rightWhole != nullptr) {
+    if (const auto whole = wholeResult(what, *leftWhole, *rightWhole)) {
+      return *whole;
+    }
+  }
+  return realResult(what, *leftReal, *rightReal);
 }
 
 }  // namespace zk::agent::etcl

@@ -1,6 +1,4 @@
-#include "agent/constraint/dynamic.h"
-
-#include "agent/constraint/typename.h"
+#include "agent/constraint/dynamicvalue.h"
 
 namespace zk::agent::etcl::dynamic {
 
@@ -98,9 +96,7 @@ bool isLabelled(const Arm& arm, const Value& discriminator) {
         }
       },
       arm.label);
-  const Value same = compare(Comparison::equal, discriminator, wanted);
-  const auto* holds = std::get_if<bool>(&same);
-  return holds != nullptr && *holds;
+  return isTrue(compare(Comparison::EQUAL, discriminator, wanted));
 }
 
 Value armOf(const Arm& arm, const Typed& from, Evaluation& evaluation) {
@@ -116,14 +112,14 @@ Value armOf(const Arm& arm, const Typed& from, Evaluation& evaluation) {
 
 Value special(Special what, const Typed& from, Evaluation& evaluation) {
   switch (what) {
-    case Special::length: {
+    case Special::LENGTH: {
       const auto length = lengthOf(from.value);
       return length ? Value(std::int64_t{*length}) : Value();
     }
-    case Special::discriminator:
+    case Special::DISCRIMINATOR:
       return discriminator(from, evaluation);
-    case Special::typeId:
-    case Special::repositoryId:
+    case Special::TYPE_ID:
+    case Special::REPOSITORY_ID:
       return typeName(what, from.own, evaluation);
   }
   return Nothing{};
@@ -178,8 +174,7 @@ bool showsDefault(DynAny_ptr from, Evaluation& evaluation) {
     }
     CORBA::Any_var label = typed.type->member_label(i);
     Evaluation labels(evaluation.event(), evaluation.factory());
-    const Value same = compare(Comparison::equal, value, labels.open(label));
-    if (const auto* holds = std::get_if<bool>(&same); holds != nullptr && *holds) {
+    if (isTrue(compare(Comparison::EQUAL, value, labels.open(label)))) {
       return false;
     }
   }
