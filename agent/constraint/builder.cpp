@@ -43,9 +43,7 @@ void Builder::takeWhole(std::string_view read) {
   if (std::from_chars(read.data(), read.data() + read.size(), value).ec != std::errc()) {
     refuse("a whole number of more than 64 bits", read);
   }
-  const bool fits = value <= static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  number_ =
-      fits ? Number(static_cast<std::int64_t>(value)) : Number(static_cast<long double>(value));
+  number_ = unsignedValue(value);
 }
 
 void Builder::takeReal(std::string_view read) {
@@ -80,66 +78,58 @@ void Builder::push(ExpressionPtr expression, std::string_view read) {
 }
 
 void Builder::pushSigned(std::string_view read, Operation sign) {
-  push(calculation(sign, number(std::int64_t{0}), number(number_)), read);
+  push(calculation(sign, literal(std::int64_t{0}), literal(number_)), read);
 }
 
-Builder::Operand Builder::pop() {
-  Operand last = std::move(operands_.back());
+template <typename Making>
+void Builder::replaceLastTwo(Making made) {
+  ExpressionPtr right = std::move(operands_.back().expression);
   operands_.pop_back();
-  return last;
+  ExpressionPtr& left = operands_.back().expression;
+  left = made(std::move(left), std::move(right));
 }
 
-ExpressionPtr Builder::condition(Operand operand) {
-  if (!operand.expression->isCondition()) {
-    throw InvalidConstraintText("a number or a text where a condition belongs", operand.at);
-  }
-  return std::move(operand.expression);
+void Builder::negate() {
+  requireCondition(operands_.back());
+  ExpressionPtr& last = operands_.back().expression;
+  last = negation(std::move(last));
 }
-
-template <typename Joining>
-void Builder::join(Joining joined) {
-  Operand right = pop();
-  Operand left = pop();
-  const std::size_t at = left.at;
-  operands_.push_back({joined(std::move(left), std::move(right)), at});
-}
-
-void Builder::negate(std::string_view read) { push(negation(condition(pop())), read); }
 
 void Builder::calculate(std::string_view read, Operation what) {
   limit(++operations_, MOST_OPERATIONS, "sums and products", read);
-  join([what](Operand left, Operand right) {
-    return calculation(what, std::move(left.expression), std::move(right.expression));
+  replaceLastTwo([what](ExpressionPtr left, ExpressionPtr right) {
+    return calculation(what, std::move(left), std::move(right));
   });
 }
 
 void Builder::compare(Comparison how) {
-  join([how](Operand left, Operand right) {
-    return comparison(how, std::move(left.expression), std::move(right.expression));
+  replaceLastTwo([how](ExpressionPtr left, ExpressionPtr right) {
+    return comparison(how, std::move(left), std::move(right));
   });
 }
 
-void Builder::findSubstring() {
-  join([](Operand left, Operand right) {
-    return substring(std::move(left.expression), std::move(right.expression));
-  });
+void Builder::combine(Combination combination) { replaceLastTwo(combination); }
+
+void Builder::combineConditions(Combination combination) {
+  requireCondition(operands_[operands_.size() - 2]);
+  requireCondition(operands_.back());
+  replaceLastTwo(combination);
 }
 
 void Builder::findInList() {
-  Operand& element = operands_.back();
-  element.expression = contained(std::move(element.expression), takePath());
+  ExpressionPtr& element = operands_.back().expression;
+  element = contained(std::move(element), takePath());
 }
 
-void Builder::conjoin() {
-  join([](Operand left, Operand right) {
-    return conjunction(condition(std::move(left)), condition(std::move(right)));
-  });
+ExpressionPtr Builder::result() {
+  requireCondition(operands_.back());
+  return std::move(operands_.back().expression);
 }
 
-void Builder::disjoin() {
-  join([](Operand left, Operand right) {
-    return disjunction(condition(std::move(left)), condition(std::move(right)));
-  });
+void Builder::requireCondition(const Operand& operand) {
+  if (!operand.expression->isCondition()) {
+    throw InvalidConstraintText("a number or a text where a condition belongs", operand.at);
+  }
 }
 
 }  // namespace zk::agent::etcl

@@ -47,8 +47,8 @@ class Builder {
   void limitSteps(std::string_view read) const;
   void special(Special what) { addStep(what); }
 
-  void pushTruth(std::string_view read, bool value) { push(truth(value), read); }
-  void pushNumber(std::string_view read) { push(number(number_), read); }
+  void pushTruth(std::string_view read, bool value) { push(literal(value), read); }
+  void pushNumber(std::string_view read) { push(literal(number_), read); }
   void pushSigned(std::string_view read, Operation sign);
   void pushText(std::string_view read) { push(text(std::move(text_)), read); }
   void pushName(std::string_view read) { push(name(std::move(text_)), read); }
@@ -56,17 +56,17 @@ class Builder {
   void pushExists(std::string_view read) { push(exists(takePath()), read); }
   void pushDefault(std::string_view read) { push(isDefault(takePath()), read); }
 
-  // Of the last operand, or of the last two.
-  void negate(std::string_view read);
+  // Put what they make in the place of the last operand, or of the last two.
+  using Combination = ExpressionPtr (*)(ExpressionPtr left, ExpressionPtr right);
+  void negate();
   void calculate(std::string_view read, Operation what);
   void compare(Comparison how);
-  void findSubstring();
+  void combine(Combination combination);
+  void combineConditions(Combination combination);
   void findInList();
-  void conjoin();
-  void disjoin();
 
-  // The only operand left, as a condition.
-  ExpressionPtr result() { return condition(pop()); }
+  // The only operand left, a condition.
+  ExpressionPtr result();
 
  private:
   struct Operand {
@@ -80,19 +80,16 @@ class Builder {
   void addStep(Step step) { path_.steps.push_back(std::move(step)); }
   Path takePath() { return std::exchange(path_, Path()); }
   void push(ExpressionPtr expression, std::string_view read);
-  Operand pop();
-  static ExpressionPtr condition(Operand operand);
-
-  // Makes one operand of the last two.
-  template <typename Joining>
-  void join(Joining joined);
+  static void requireCondition(const Operand& operand);
+  template <typename Making>
+  void replaceLastTwo(Making made);
 
   std::string_view constraint_;
   std::size_t tokens_ = 0;
   std::size_t open_ = 0;
   std::size_t operations_ = 0;
   std::string text_;
-  Number number_;
+  Value number_;
   Path path_;
   std::vector<Operand> operands_;
 };

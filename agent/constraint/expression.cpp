@@ -14,7 +14,7 @@ class Literal final : public Expression {
   bool isCondition() const override { return std::holds_alternative<bool>(value_); }
 
  private:
-  Value value_;  // points to nothing
+  Value value_;
 };
 
 class TextLiteral final : public Expression {
@@ -213,10 +213,7 @@ class Contained final : public Expression {
 
 }  // namespace
 
-ExpressionPtr truth(bool value) { return std::make_unique<Literal>(value); }
-ExpressionPtr number(const Number& value) {
-  return std::make_unique<Literal>(std::visit([](auto number) { return Value(number); }, value));
-}
+ExpressionPtr literal(const Value& value) { return std::make_unique<Literal>(value); }
 ExpressionPtr text(std::string value) { return std::make_unique<TextLiteral>(std::move(value)); }
 ExpressionPtr name(std::string value) { return std::make_unique<BareName>(std::move(value)); }
 ExpressionPtr part(Path path) { return std::make_unique<Part>(std::move(path)); }

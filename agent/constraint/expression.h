@@ -25,12 +25,7 @@ class Expression {
 
 using ExpressionPtr = std::unique_ptr<Expression>;
 
-// Whole numbers that int64_t cannot hold are kept as long double, which holds
-// those of 64 bits exactly on the machines this runs on.
-using Number = std::variant<std::int64_t, long double>;
-
-ExpressionPtr truth(bool value);
-ExpressionPtr number(const Number& value);
+ExpressionPtr literal(const Value& value);  // a truth value or a number
 ExpressionPtr text(std::string value);
 ExpressionPtr name(std::string value);
 ExpressionPtr part(Path path);

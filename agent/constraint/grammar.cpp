@@ -153,7 +153,7 @@ struct Product : peg::seq<Term, peg::star<peg::sor<Calculated<Operation::MULTIPL
 struct Sum : peg::seq<Product, peg::star<peg::sor<Calculated<Operation::ADD, '+', Product>,
                                                   Calculated<Operation::SUBTRACT, '-', Product>>>> {
 };
-struct Substring : Then<peg::seq<Sign<'~'>, Sum>, &Builder::findSubstring> {};
+struct Substring : Then<peg::seq<Sign<'~'>, Sum>, &Builder::combine, &substring> {};
 struct Contained : Then<peg::seq<In, Must<Variable, LIST>>, &Builder::findInList> {};
 struct Containment : peg::seq<Sum, peg::opt<Substring>, peg::opt<Contained>> {};
 template <Comparison HOW, char... SIGN>
@@ -164,9 +164,9 @@ struct AnyComparison
                Compared<Comparison::GREATER_OR_EQUAL, '>', '='>, Compared<Comparison::LESS, '<'>,
                Compared<Comparison::GREATER, '>'>> {};
 struct Relation : peg::seq<Containment, peg::opt<AnyComparison>> {};
-struct Conjoined : Then<peg::seq<And, Relation>, &Builder::conjoin> {};
+struct Conjoined : Then<peg::seq<And, Relation>, &Builder::combineConditions, &conjunction> {};
 struct Conjunction : peg::seq<Relation, peg::star<Conjoined>> {};
-struct Disjoined : Then<peg::seq<Or, Conjunction>, &Builder::disjoin> {};
+struct Disjoined : Then<peg::seq<Or, Conjunction>, &Builder::combineConditions, &disjunction> {};
 struct Disjunction : peg::seq<Conjunction, peg::star<Disjoined>> {};
 
 struct Empty : Then<peg::eof, &Builder::pushTruth, true> {};

@@ -7,51 +7,46 @@ namespace zk::agent::etcl {
 
 namespace {
 
-// A step into a record or a list of the event itself.
-template <typename Place>
-struct Taking {
-  const Place& place;
+// A step into a record of the event itself.
+template <typename Record>
+struct IntoRecord {
+  const Record& record;
   Evaluation& evaluation;
-  static constexpr bool IS_LIST = records::IS_LIST<Place>;
 
   Value operator()(const Member& step) const {
-    if constexpr (IS_LIST) {
-      return Nothing{};
-    } else {
-      return records::member(place, step.name, evaluation);
-    }
+    return records::member(record, step.name, evaluation);
   }
   Value operator()(const Position& step) const {
-    if constexpr (IS_LIST) {
-      return Nothing{};
-    } else {
-      return records::memberAt(place, step.index, evaluation);
-    }
+    return records::memberAt(record, step.index, evaluation);
   }
+  Value operator()(Special step) const {
+    return typeName(step, records::Layout<Record>::type(), evaluation);
+  }
+  template <typename Other>
+  Value operator()(const Other& /*step*/) const {
+    return Nothing{};
+  }
+};
+
+// A step into a list of the event itself.
+template <typename List>
+struct IntoList {
+  const List& list;
+  Evaluation& evaluation;
+
   Value operator()(const Element& step) const {
-    if constexpr (IS_LIST) {
-      return step.index < place.length() ? Value(&place[step.index]) : Value();
-    } else {
-      return Nothing{};
-    }
+    return step.index < list.length() ? Value(&list[step.index]) : Value();
   }
   Value operator()(const Associated& step) const {
-    if constexpr (IS_LIST) {
-      return records::associated(place, step.name, evaluation);
-    } else {
-      return Nothing{};
-    }
+    return records::associated(list, step.name, evaluation);
   }
-  Value operator()(const Arm& /*step*/) const { return Nothing{}; }
   Value operator()(Special step) const {
-    if (step == Special::TYPE_ID || step == Special::REPOSITORY_ID) {
-      return typeName(step, records::Layout<Place>::type(), evaluation);
-    }
-    if constexpr (IS_LIST) {
-      return step == Special::LENGTH ? Value(std::int64_t{place.length()}) : Value();
-    } else {
-      return Nothing{};
-    }
+    return step == Special::LENGTH ? Value(std::int64_t{list.length()})
+                                   : typeName(step, records::Layout<List>::type(), evaluation);
+  }
+  template <typename Other>
+  Value operator()(const Other& /*step*/) const {
+    return Nothing{};
   }
 };
 
@@ -65,13 +60,12 @@ struct Stepping {
   }
   Value operator()(const Enumerated& value) const {
     const auto* which = std::get_if<Special>(&step);
-    const bool named =
-        which != nullptr && (*which == Special::TYPE_ID || *which == Special::REPOSITORY_ID);
-    return named ? typeName(*which, value.type, evaluation) : Value();
+    return which != nullptr ? typeName(*which, value.type, evaluation) : Value();
   }
   template <typename Place>
   Value operator()(const Place* place) const {
-    return std::visit(Taking<Place>{*place, evaluation}, step);
+    using Into = std::conditional_t<records::IS_LIST<Place>, IntoList<Place>, IntoRecord<Place>>;
+    return std::visit(Into{*place, evaluation}, step);
   }
   Value operator()(DynamicAny::DynAny_ptr place) const {
     return dynamic::take(step, place, evaluation);
@@ -109,6 +103,9 @@ Value headerName(std::string_view name, const CosNotification::FixedEventHeader&
 }  // namespace
 
 Value typeName(Special which, CORBA::TypeCode_ptr type, Evaluation& evaluation) {
+  if (which != Special::TYPE_ID && which != Special::REPOSITORY_ID) {
+    return Nothing{};
+  }
   try {
     return evaluation.keep(which == Special::TYPE_ID ? type->name() : type->id());
   } catch (const CORBA::TypeCode::BadKind&) {

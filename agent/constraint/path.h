@@ -54,8 +54,8 @@ Value take(const Step& step, const Value& from, Evaluation& evaluation);
 std::optional<CORBA::ULong> lengthOf(const Value& list);
 Value elementAt(const Value& list, CORBA::ULong index, Evaluation& evaluation);
 
-// What _type_id or _repos_id gives: the type's name, kept by the evaluation;
-// Nothing for types without a name of their own.
+// What _type_id or _repos_id gives: the type's name, kept by the evaluation.
+// Nothing for the other specials, and for types without a name of their own.
 Value typeName(Special which, CORBA::TypeCode_ptr type, Evaluation& evaluation);
 
 // Whether from is a union that shows its default arm.

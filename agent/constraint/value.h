@@ -40,6 +40,8 @@ using Value =
                  const notifications::NVList_T*, const notifications::NameAndAnyValue_T*,
                  DynamicAny::DynAny_ptr>;
 
+// Whole numbers that int64_t cannot hold are kept as long double, which holds
+// those of 64 bits exactly on the machines this runs on.
 inline Value unsignedValue(CORBA::ULongLong number) {
   constexpr auto most = static_cast<CORBA::ULongLong>(std::numeric_limits<std::int64_t>::max());
   return number <= most ? Value(static_cast<std::int64_t>(number))
