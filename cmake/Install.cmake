@@ -20,7 +20,7 @@ foreach(folder idl names notify messages mo platform)
     DESTINATION ${ZK_HEADERS}
     FILES_MATCHING
     PATTERN "*.h"
-    REGEX "/(default/sinkqueue|names/(nameparse|pairs|debuglog)|messages/(eventcopy|traceorigin))\\.h$"
+    REGEX "/(default/sinkqueue|names/(nameparse|pairs|debuglog)|messages/traceorigin)\\.h$"
     EXCLUDE)
 endforeach()
 install(

@@ -14,13 +14,11 @@ add_library(
   zk_quornex/names/nameconvert.cpp
   zk_quornex/names/nameparse.cpp
   zk_quornex/names/pairs.cpp
-  zk_quornex/messages/eventcopy.cpp
   zk_quornex/messages/listsignal.cpp
   zk_quornex/messages/messagecache.cpp
   zk_quornex/messages/messagehandle.cpp
   zk_quornex/messages/messagemgr.cpp
   zk_quornex/messages/msgagent.cpp
-  zk_quornex/messages/queueblocks.cpp
   zk_quornex/names/tename.cpp
   zk_quornex/names/tptemplates.cpp
   zk_quornex/notify/debuglog.cpp

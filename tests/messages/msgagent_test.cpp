@@ -95,6 +95,12 @@ TEST_F(MsgAgentTest, blockStandsForOneReferenceToTheHolder) {
   EXPECT_EQ(static_cast<void*>(block->base()), static_cast<void*>(event.get()));
   EXPECT_EQ(block->size(), 1U);
   EXPECT_EQ(block->msg_priority(), 0U);
+  EXPECT_EQ(block->rd_ptr(), block->base());
+  EXPECT_EQ(block->msg_type(), ACE_Message_Block::MB_DATA);
+  EXPECT_EQ(block->next(), nullptr);
+  EXPECT_EQ(block->prev(), nullptr);
+  EXPECT_EQ(block->cont(), nullptr);
+  EXPECT_EQ(agent.msg_queue()->message_bytes(), 0U);
   block->release();
   EXPECT_FALSE(event->isLast()) << "the block owned the holder";
   event->release();

@@ -2,7 +2,9 @@
 
 #include <ace/Guard_T.h>
 
-#include "zk_quornex/messages/eventcopy.h"
+#include <limits>
+#include <new>
+
 #include "zk_quornex/messages/traceorigin.h"
 #include "zk_quornex/platform/config.h"
 
@@ -13,14 +15,25 @@ namespace {
 constexpr long DEFAULT_EVENTLISTSIZE = 500;
 constexpr mode_t LOCK_MODE = 0644;
 
-using CosNotification::StructuredEvent;
-
 long configuredEventlistsize() {
   const long configured = CorbaAgentConfig::Instance()->GetEventlistsize();
   return configured != 0 ? configured : DEFAULT_EVENTLISTSIZE;
 }
 
 CORBA::ULong lengthFor(long count) { return count > 0 ? static_cast<CORBA::ULong>(count) : 0; }
+
+// The agent's thread lets the list grow by two entries at most. Room for them is
+// there from the start: growing a full buffer would copy every event in it.
+std::unique_ptr<notifications::EventList_T> makeList(long size) {
+  constexpr CORBA::ULong GROWTH = 2;
+  if (size > static_cast<long>(std::numeric_limits<CORBA::ULong>::max() - GROWTH)) {
+    throw std::bad_alloc();  // no sequence is that long
+  }
+  const CORBA::ULong length = lengthFor(size);
+  auto list = std::make_unique<notifications::EventList_T>(length + GROWTH);
+  list->length(length);
+  return list;
+}
 
 struct Release {
   void operator()(NXEventHolder* event) const { event->release(); }
@@ -34,14 +47,15 @@ using OwnReference = std::unique_ptr<NXEventHolder, Release>;
 NXMessageCache::NXMessageCache()
     : eventlistsize_(configuredEventlistsize()),
       listLock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE),
+      events_(makeList(eventlistsize_)),
       agent_(std::make_unique<Nex_MsgAgent>(this)) {
-  agent_->activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED);
+  agent_->start();
 }
 
 NXMessageCache::~NXMessageCache() {
   stopping_ = true;
   signal_->end();
-  notFull_.signal();
+  endWait();
   agent_.reset();
   filter_.reset();
   handler_.reset();
@@ -97,18 +111,17 @@ bool NXMessageCache::passes(const void* context) const {
 }
 
 int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
+  auto fresh = makeList(eventlistsize_);
   ACE_Guard<ACE_Mutex> guard(listLock_);
   const long count = index_.load(std::memory_order_relaxed);
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::getMsgList]index=%d.", shown(count));
-  if (!events_) {
-    events_ = std::make_unique<notifications::EventList_T>();
-  }
   events_->length(lengthFor(count));
   list = events_.release();
+  events_ = std::move(fresh);
   index_.store(0, std::memory_order_relaxed);
   signal_->empty();
-  notFull_.signal();
+  endWait();
   return 0;
 }
 
@@ -119,21 +132,13 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
   OwnReference reference(event);
   ACE_Guard<ACE_Mutex> guard(listLock_);
   const long index = index_.load(std::memory_order_relaxed);
-  if (!events_) {
-    events_ = makeList();
-  }
   if (index >= eventlistsize_) {
     events_->length(lengthFor(index + 1));
   }
   if (events_->length() <= lengthFor(index)) {
     throw CORBA::BAD_PARAM();
   }
-  StructuredEvent& entry = (*events_)[lengthFor(index)];
-  if (event->isLast()) {
-    moveEvent(*event->get(), entry);
-  } else {
-    copyEvent(*event->get(), entry);
-  }
+  (*events_)[lengthFor(index)] = *event->get();
   index_.store(index + 1, std::memory_order_relaxed);
   signal_->fill();
   reference.reset();
@@ -147,15 +152,14 @@ bool NXMessageCache::isOver() const {
   return !stopping_ && index_.load(std::memory_order_relaxed) > eventlistsize_;
 }
 
-void NXMessageCache::waitForFetch() { notFull_.wait(); }
+void NXMessageCache::waitForFetch() {
+  while (!fetched_.exchange(false) && notFull_.wait() == 0) {
+  }
+}
 
-// The agent's thread lets the list grow by two entries at most. Room for them is
-// there from the start: growing a full buffer would copy every event in it.
-std::unique_ptr<notifications::EventList_T> NXMessageCache::makeList() const {
-  const CORBA::ULong length = lengthFor(eventlistsize_);
-  auto list = std::make_unique<notifications::EventList_T>(length + 2);
-  list->length(length);
-  return list;
+void NXMessageCache::endWait() {
+  fetched_ = true;
+  notFull_.signal();
 }
 
 }  // namespace NS_QUORCORBA

@@ -24,7 +24,8 @@ using NXLayerFilter = std::map<std::pair<long, long>, bool>;
 // list (here). The agent's thread takes none of them but the list lock.
 class NXMessageCache {
  public:
-  // Starts the client's thread.
+  // Makes the list and starts the client's thread. Throws std::bad_alloc when
+  // there is no memory for a list of the configured size.
   NXMessageCache();
 
   // Ends all waits for the list, then the thread, and waits for that; events
@@ -51,11 +52,14 @@ class NXMessageCache {
   // Queues the event if reporting is on and the filter lets it pass.
   void offer(NXEventHolder* event, const void* context);
 
-  // Gives the client's whole list away and starts a new one. Always 0.
+  // Gives the client's whole list away and starts a new one. Returns 0. Throws
+  // std::bad_alloc, with the list kept and the argument untouched, when there is
+  // no memory for the new one.
   int getMsgList(notifications::EventList_T*& list);
 
   // Appends the event to the list, taking over the reference that comes with
-  // it. Returns 0, or -1 for a null event. Called by the agent's thread.
+  // it whatever happens. Returns 0, or -1 for a null event. Throws what copying
+  // throws, with the list as it was. Called by the agent's thread.
   int assembleMsg(NXEventHolder* event);
 
   // What to wait by for the list to hold events. Never null; any thread.
@@ -65,14 +69,15 @@ class NXMessageCache {
 
   bool isOver() const;
   // Blocks until the list is fetched or the cache is being destroyed; not at all
-  // when it was fetched since the last wait.
+  // when it was fetched since the last wait: any number of fetches that nobody
+  // waited for end one wait.
   void waitForFetch();
 
   std::atomic<long> index_{0};  // events in the list; changed under the list lock
 
  private:
-  std::unique_ptr<notifications::EventList_T> makeList() const;
   bool passes(const void* context) const;
+  void endWait();
 
   // Guarded by the class lock.
   std::unique_ptr<NXMsgExceptionHanle> handler_;
@@ -83,12 +88,13 @@ class NXMessageCache {
   const long eventlistsize_;
   ACE_Mutex listLock_;
 
-  // Guarded by listLock_. Null until an event comes: most clients wait most of
-  // the time, and a list with room for all its events is large.
-  std::unique_ptr<notifications::EventList_T> events_;
+  std::unique_ptr<notifications::EventList_T> events_;  // guarded by listLock_
 
   const std::shared_ptr<NXListSignal> signal_ = std::make_shared<NXListSignal>();
+  // The event wakes; the flag says whether there was a fetch. An auto-reset event
+  // signalled while nobody waits may end one wait or two, as ACE's version has it.
   ACE_Event notFull_;
+  std::atomic<bool> fetched_{false};
   std::atomic<bool> stopping_{false};
   std::unique_ptr<Nex_MsgAgent> agent_;
 };

@@ -11,9 +11,12 @@ namespace {
 
 constexpr mode_t LOCK_MODE = 0644;
 
+// Without a text, nothing.
 void trace(const char* text, int line = __builtin_LINE()) {
-  traceOrigin(line);
-  NS_CORBA::TaDebug(3, text);
+  if (text != nullptr) {
+    traceOrigin(line);
+    NS_CORBA::TaDebug(3, text);
+  }
 }
 
 void traceClient(const char* format, long clientID, int line = __builtin_LINE()) {
@@ -23,17 +26,34 @@ void traceClient(const char* format, long clientID, int line = __builtin_LINE())
 
 }  // namespace
 
+// Not every operation closes what it opens, and two lines bear another
+// operation's name: so the lines are, deliberately.
+const NXMessageHandle::FilterLines NXMessageHandle::GET = {
+    "[NXMessageHandle::GetFilter]enter.", "[NXMessageCache::GetFilter]Enter.",
+    "[NXMessageCache::GetFilter]Exit.", "[NXMessageHandle::GetFilter]. clientID=%d",
+    "[NXMessageHandle::setFilter]exit."};
+const NXMessageHandle::FilterLines NXMessageHandle::SUSPEND = {
+    "[NXMessageHandle::suspendFilter]enter.", "[NXMessageCache::suspendFilter]Enter.",
+    "[NXMessageCache::suspendFilter]Exit.", "[NXMessageHandle::suspendFilter]. clientID=%d",
+    "[NXMessageHandle::suspendFilter]exit."};
+const NXMessageHandle::FilterLines NXMessageHandle::RESUME = {
+    "[NXMessageHandle::resumeFilter]enter.", "[NXMessageCache::suspendFilter]Enter.", nullptr,
+    "[NXMessageHandle::resumeFilter]. clientID=%d", "[NXMessageHandle::resumeFilter]exit."};
+const NXMessageHandle::FilterLines NXMessageHandle::CANCEL = {
+    "[NXMessageHandle::cancelFilter]enter.", nullptr, nullptr,
+    "[NXMessageHandle::cancelFilter]. clientID=%d", "[NXMessageHandle::cancelFilter]exit."};
+
 NXMessageHandle::NXMessageHandle()
     : lock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE), security_("SecurityIF") {}
 
 int NXMessageHandle::subscribeMsg(long clientID, NXMessageFilter* filter,
                                   NXMsgExceptionHanle* handler) {
   auto client = std::make_unique<NXMessageCache>();
-  client->setFilter(filter);
-  client->setHandler(handler);
 
   ACE_Guard<ACE_Mutex> guard(lock_);
   auto& stored = clients_[clientID];
+  client->setFilter(filter);
+  client->setHandler(handler);
   if (stored) {
     stored->handOverTo(*client);
   }
@@ -71,84 +91,21 @@ int NXMessageHandle::setLayerFilter(long clientID, const NXLayerFilter& layers) 
   return 0;
 }
 
-// Operators' log readers match the closing line as it is written here, with the
-// other operation's name.
-int NXMessageHandle::GetFilter(long clientID, std::vector<long>& first,
-                               std::vector<std::string>& second, std::vector<long>& third,
-                               std::vector<long>& fourth, stDateTimeType& start,
-                               stDateTimeType& end, std::vector<std::string>& fifth) {
+int NXMessageHandle::onFilter(long clientID, const FilterLines& lines,
+                              const std::function<int(NXMessageFilter&)>& operation) {
   ACE_Guard<ACE_Mutex> guard(lock_);
-  trace("[NXMessageHandle::GetFilter]enter.");
+  trace(lines.enter);
   int result = 0;
   if (NXMessageCache* client = find(clientID)) {
-    trace("[NXMessageCache::GetFilter]Enter.");
+    trace(lines.enterClient);
     if (NXMessageFilter* filter = client->filter()) {
-      result = filter->GetFilter(first, second, third, fourth, start, end, fifth);
+      result = operation(*filter);
     }
-    trace("[NXMessageCache::GetFilter]Exit.");
+    trace(lines.exitClient);
   } else {
-    traceClient("[NXMessageHandle::GetFilter]. clientID=%d", clientID);
+    traceClient(lines.unknownClient, clientID);
   }
-  trace("[NXMessageHandle::setFilter]exit.");
-  return result;
-}
-
-int NXMessageHandle::suspendFilter(long clientID, std::vector<long>& first,
-                                   std::vector<long>& second, std::vector<long>& third,
-                                   std::vector<long>& fourth, stDateTimeType& start,
-                                   stDateTimeType& end, std::vector<std::string>& fifth) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
-  trace("[NXMessageHandle::suspendFilter]enter.");
-  int result = 0;
-  if (NXMessageCache* client = find(clientID)) {
-    trace("[NXMessageCache::suspendFilter]Enter.");
-    if (NXMessageFilter* filter = client->filter()) {
-      result = filter->suspendFilter(first, second, third, fourth, start, end, fifth);
-    }
-    trace("[NXMessageCache::suspendFilter]Exit.");
-  } else {
-    traceClient("[NXMessageHandle::suspendFilter]. clientID=%d", clientID);
-  }
-  trace("[NXMessageHandle::suspendFilter]exit.");
-  return result;
-}
-
-// Opens its client's step with the suspend line and does not close it: log
-// readers know it so.
-int NXMessageHandle::resumeFilter(long clientID, std::vector<long>& first,
-                                  std::vector<long>& second, std::vector<long>& third,
-                                  std::vector<long>& fourth, stDateTimeType& start,
-                                  stDateTimeType& end, std::vector<std::string>& fifth) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
-  trace("[NXMessageHandle::resumeFilter]enter.");
-  int result = 0;
-  if (NXMessageCache* client = find(clientID)) {
-    trace("[NXMessageCache::suspendFilter]Enter.");
-    if (NXMessageFilter* filter = client->filter()) {
-      result = filter->resumeFilter(first, second, third, fourth, start, end, fifth);
-    }
-  } else {
-    traceClient("[NXMessageHandle::resumeFilter]. clientID=%d", clientID);
-  }
-  trace("[NXMessageHandle::resumeFilter]exit.");
-  return result;
-}
-
-int NXMessageHandle::cancelFilter(long clientID, std::vector<long>& first,
-                                  std::vector<long>& second, std::vector<long>& third,
-                                  std::vector<long>& fourth, stDateTimeType& start,
-                                  stDateTimeType& end, std::vector<std::string>& fifth) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
-  trace("[NXMessageHandle::cancelFilter]enter.");
-  int result = 0;
-  if (NXMessageCache* client = find(clientID)) {
-    if (NXMessageFilter* filter = client->filter()) {
-      result = filter->cancelFilter(first, second, third, fourth, start, end, fifth);
-    }
-  } else {
-    traceClient("[NXMessageHandle::cancelFilter]. clientID=%d", clientID);
-  }
-  trace("[NXMessageHandle::cancelFilter]exit.");
+  trace(lines.exit);
   return result;
 }
 

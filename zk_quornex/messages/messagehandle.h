@@ -4,10 +4,9 @@
 
 #include <ace/Mutex.h>
 
+#include <functional>
 #include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "zk_quornex/messages/messagecache.h"
 #include "zk_quornex/platform/services.h"
@@ -17,7 +16,9 @@ namespace NS_QUORCORBA {
 // Safe on any thread: every operation holds the class lock for its whole run,
 // except that subscribeMsg starts the new client before it takes the lock. All
 // return 0 unless said otherwise. A client is created on the spot, with
-// reporting off, by setReportStatus, setFilter and setLayerFilter.
+// reporting off, by setReportStatus, setFilter and setLayerFilter. What creates
+// a client throws std::bad_alloc when there is no memory for it or its list:
+// the clients are then as they were, and nothing is adopted.
 class NXMessageHandle {
  public:
   NXMessageHandle();
@@ -37,18 +38,22 @@ class NXMessageHandle {
 
   // These pass on to the client's filter and return its result; without a
   // filter or a client they leave the arguments as they are.
-  int GetFilter(long clientID, std::vector<long>&, std::vector<std::string>&, std::vector<long>&,
-                std::vector<long>&, stDateTimeType& start, stDateTimeType& end,
-                std::vector<std::string>&);
-  int suspendFilter(long clientID, std::vector<long>&, std::vector<long>&, std::vector<long>&,
-                    std::vector<long>&, stDateTimeType& start, stDateTimeType& end,
-                    std::vector<std::string>&);
-  int resumeFilter(long clientID, std::vector<long>&, std::vector<long>&, std::vector<long>&,
-                   std::vector<long>&, stDateTimeType& start, stDateTimeType& end,
-                   std::vector<std::string>&);
-  int cancelFilter(long clientID, std::vector<long>&, std::vector<long>&, std::vector<long>&,
-                   std::vector<long>&, stDateTimeType& start, stDateTimeType& end,
-                   std::vector<std::string>&);
+  template <class... Criteria>
+  int GetFilter(long clientID, Criteria&... criteria) {
+    return passOn(clientID, GET, &NXMessageFilter::GetFilter, criteria...);
+  }
+  template <class... Criteria>
+  int suspendFilter(long clientID, Criteria&... criteria) {
+    return passOn(clientID, SUSPEND, &NXMessageFilter::suspendFilter, criteria...);
+  }
+  template <class... Criteria>
+  int resumeFilter(long clientID, Criteria&... criteria) {
+    return passOn(clientID, RESUME, &NXMessageFilter::resumeFilter, criteria...);
+  }
+  template <class... Criteria>
+  int cancelFilter(long clientID, Criteria&... criteria) {
+    return passOn(clientID, CANCEL, &NXMessageFilter::cancelFilter, criteria...);
+  }
 
   // Destroys the clients that the validity service no longer knows, then offers
   // the event to every other. Throws InterfaceNotExistException when there is
@@ -58,7 +63,8 @@ class NXMessageHandle {
   int pushMessage(NXEventHolder* event, const void* context);
 
   // Gives the client's list to the caller, who frees it; list is untouched for
-  // an unknown client.
+  // an unknown client. Throws std::bad_alloc when there is no memory for the next
+  // list: the client then keeps this one.
   int getMsgList(long clientID, notifications::EventList_T*& list);
 
   // What to wait by for the client's list to hold events; null for an unknown
@@ -67,6 +73,27 @@ class NXMessageHandle {
 
  private:
   using Clients = std::map<long, std::unique_ptr<NXMessageCache>>;
+
+  // The trace lines around an operation of a filter; null where there is none.
+  struct FilterLines {
+    const char* enter;
+    const char* enterClient;
+    const char* exitClient;
+    const char* unknownClient;
+    const char* exit;
+  };
+  static const FilterLines GET;
+  static const FilterLines SUSPEND;
+  static const FilterLines RESUME;
+  static const FilterLines CANCEL;
+
+  template <class Operation, class... Criteria>
+  int passOn(long clientID, const FilterLines& lines, Operation operation, Criteria&... criteria) {
+    return onFilter(clientID, lines,
+                    [&](NXMessageFilter& filter) { return (filter.*operation)(criteria...); });
+  }
+  int onFilter(long clientID, const FilterLines& lines,
+               const std::function<int(NXMessageFilter&)>& operation);
 
   // These need the class lock.
   NXMessageCache* find(long clientID) const;

@@ -22,10 +22,21 @@ using StaticLock = ACE_Guard<ACE_Recursive_Thread_Mutex>;
 // clients' threads and late pushes may outlive the end of main. A guard that
 // could not lock is not noticed: the lookup then goes on without the lock.
 struct Registry {
-  // The thread manager sets itself up on first use under the process-wide lock.
-  // The first client would do so while it holds the registry lock, and Instance
-  // takes the two the other way round; so it is set up before either is needed.
-  Registry() { ACE_Thread_Manager::instance(); }
+  // ACE sets up what its threads need on first use, under the process-wide lock:
+  // the thread manager, and with the first thread ACE_Thread_Exit. Clients' threads
+  // are started under the registry lock, which Instance takes after the other; so
+  // a thread without work has all that set up before either is needed.
+  // ACE_Thread_Exit cannot be asked for here: it ends the thread that it was made
+  // in, when the process ends.
+  Registry() {
+    ACE_Thread_Manager* threads = ACE_Thread_Manager::instance();
+    const int group = threads->spawn(&nothing, nullptr, THR_NEW_LWP | THR_JOINABLE);
+    if (group != -1) {
+      threads->wait_grp(group);
+    }
+  }
+
+  static ACE_THR_FUNC_RETURN nothing(void*) { return {}; }
 
   ACE_RW_Mutex lock;
   std::map<long, std::unique_ptr<NXMessageHandle>> classes;  // guarded by lock
@@ -95,6 +106,7 @@ NXMessageMgr* NXMessageMgr::Instance() {
   if (NXMessageMgr* manager = m_pInstance.load(std::memory_order_acquire)) {
     return manager;
   }
+  registry();  // needs the process-wide lock on a thread of its own
   StaticLock guard(*ACE_Static_Object_Lock::instance());
   if (guard.locked() && m_pInstance.load(std::memory_order_relaxed) == nullptr) {
     m_pInstance.store(new NXMessageMgr, std::memory_order_release);
@@ -118,8 +130,7 @@ int NXMessageMgr::addMsgClassCache(long msgClass) const {
   ACE_Write_Guard<ACE_RW_Mutex> guard(registry().lock);
   auto& classes = registry().classes;
   if (classes.count(msgClass) == 0) {
-    // Written whenever a class is new: operators count on it as the mark of a
-    // first registration.
+    // Deliberately written whenever a class is new, though nothing has failed.
     traceOrigin();
     NS_CORBA::TaDebugWithPara(1, "NXMessageMgr::addMsgClassCache failed.msgClass=%d",
                               shown(msgClass));

@@ -31,7 +31,9 @@ namespace NS_QUORCORBA {
 // is not registered (with a failure line at level 1 and nothing changed: what
 // was to be adopted stays the caller's), unless said otherwise. What an
 // operation of one class throws passes through after the registry lock is
-// released.
+// released. An operation that makes a client or fetches a list throws
+// std::bad_alloc when there is no memory for a list of the configured size: the
+// clients and their events are then as they were, and nothing is adopted.
 //
 // Events are offered in holders. The caller keeps its own reference; each client
 // that takes the event adds one.

@@ -1,8 +1,9 @@
 #include "zk_quornex/messages/msgagent.h"
 
-#include <algorithm>
+#include <ace/Malloc_Allocator.h>
+
 #include <cerrno>
-#include <chrono>
+#include <cstddef>
 #include <new>
 
 #include "zk_quornex/messages/messagecache.h"
@@ -15,12 +16,44 @@ namespace {
 
 constexpr long MOST_QUEUED = 10000;
 
-constexpr std::chrono::milliseconds LINGERING{10};
-constexpr long MOST_GATHERED = 64;
-
 long configuredCachesize() {
   const long configured = CorbaAgentConfig::Instance()->GetCachesize();
   return configured > 0 && configured <= MOST_QUEUED ? configured : MOST_QUEUED;
+}
+
+// A message block and its data block share one piece of memory, since each
+// would be made and freed apart. Releasing a message block ends it first and its
+// data block last; so the data block, which comes first in the piece, frees it.
+struct Piece {
+  alignas(ACE_Data_Block) std::byte data[sizeof(ACE_Data_Block)];
+  alignas(ACE_Message_Block) std::byte message[sizeof(ACE_Message_Block)];
+};
+
+class WholePiece : public ACE_New_Allocator {
+ public:
+  void free(void* piece) override { delete static_cast<Piece*>(piece); }
+};
+
+class PartOfPiece : public ACE_New_Allocator {
+ public:
+  void free(void*) override {}
+};
+
+// A block over the event, which it does not own: size 1, priority 0. Null when
+// there is no memory.
+ACE_Message_Block* makeBlock(NXEventHolder* event) {
+  // Never destroyed: blocks may be released while the process ends.
+  static auto& wholePiece = *new WholePiece;
+  static auto& partOfPiece = *new PartOfPiece;
+
+  auto* piece = new (std::nothrow) Piece;
+  if (piece == nullptr) {
+    return nullptr;
+  }
+  auto* data = new (piece->data)
+      ACE_Data_Block(1, ACE_Message_Block::MB_DATA, reinterpret_cast<char*>(event), nullptr,
+                     nullptr, ACE_Message_Block::DONT_DELETE, &wholePiece);
+  return new (piece->message) ACE_Message_Block(data, 0, &partOfPiece);
 }
 
 NXEventHolder* eventOf(const ACE_Message_Block& block) {
@@ -30,13 +63,10 @@ NXEventHolder* eventOf(const ACE_Message_Block& block) {
 }  // namespace
 
 Nex_MsgAgent::Nex_MsgAgent(NXMessageCache* cache)
-    : cachesize_(configuredCachesize()),
-      cache_(cache),
-      enough_(std::clamp(cachesize_ / 2, 1L, MOST_GATHERED)) {}
+    : cachesize_(configuredCachesize()), cache_(cache) {}
 
 Nex_MsgAgent::~Nex_MsgAgent() {
   stop_ = true;
-  endLingering();
   auto* wakeUp = new (std::nothrow) ACE_Message_Block;
   if (wakeUp == nullptr) {
     errno = ENOMEM;
@@ -46,6 +76,12 @@ Nex_MsgAgent::~Nex_MsgAgent() {
   }
   wait();
   drain();
+}
+
+void Nex_MsgAgent::start() {
+  if (activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED) == 0) {
+    started_.wait();
+  }
 }
 
 int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
@@ -64,7 +100,7 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
     return -1;
   }
 
-  ACE_Message_Block* block = blocks_.make(reinterpret_cast<char*>(event));
+  ACE_Message_Block* block = makeBlock(event);
   event->addRef();
   if (block == nullptr || putq(block) == -1) {
     traceOrigin();
@@ -77,9 +113,6 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
     // that does not take what it should.
     return -1;
   }
-  if (queued == enough_) {
-    endLingering();
-  }
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[Nex_MsgAgent::pushmsg]Exist.pushmsg num_=%d.",
                             shown(num_.load(std::memory_order_relaxed)));
@@ -90,19 +123,13 @@ int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
 // again. A fetch made while the thread did not wait ends its next wait at once, so
 // the list can then grow to eventlistsize + 2.
 int Nex_MsgAgent::svc() {
-  Step step = isListOver() ? Step::WAIT : Step::CONTINUE;
-  while (true) {
-    if (step == Step::STOP) {
-      return 0;
-    }
-    if (step == Step::WAIT && !waitForRoom()) {
-      return 0;
-    }
-    if (step == Step::CONTINUE && stop_) {
-      return 0;
-    }
-    step = takeOne();
+  started_.signal();
+  Step step = nextStep();
+  while (step != Step::STOP) {
+    const bool goesOn = step == Step::WAIT ? waitForRoom() : !stop_;
+    step = goesOn ? takeOne() : Step::STOP;
   }
+  return 0;
 }
 
 // Takes one event from the queue into the list and says what comes next.
@@ -111,25 +138,25 @@ Nex_MsgAgent::Step Nex_MsgAgent::takeOne() {
   if (getq(block) == -1) {
     traceOrigin();
     NS_CORBA::TaDebug(3, "Alarm Notification getq failed in MsgAgent svc pull alarm.");
-    return isListOver() ? Step::WAIT : Step::CONTINUE;
+    return nextStep();
   }
   num_.fetch_sub(1, std::memory_order_relaxed);
   NXEventHolder* event = eventOf(*block);
-  blocks_.giveBack(block);
+  block->release();
   if (event == nullptr) {
     return Step::STOP;
   }
-  cache_->assembleMsg(event);
-  if (isListOver()) {
-    return Step::WAIT;
+  try {
+    cache_->assembleMsg(event);
+  } catch (...) {
+    // One event less for one client, as when its queue is full.
   }
-  if (num_.load(std::memory_order_relaxed) == 0) {
-    linger();
-  }
-  return Step::CONTINUE;
+  return nextStep();
 }
 
-bool Nex_MsgAgent::isListOver() const { return cache_->isOver(); }
+Nex_MsgAgent::Step Nex_MsgAgent::nextStep() const {
+  return cache_->isOver() ? Step::WAIT : Step::CONTINUE;
+}
 
 // Says whether to go on.
 bool Nex_MsgAgent::waitForRoom() {
@@ -137,20 +164,6 @@ bool Nex_MsgAgent::waitForRoom() {
   NS_CORBA::TaDebug(3, "Alarm Notification MessageCache waitnotFull pull alarm");
   cache_->waitForFetch();
   return !stop_;
-}
-
-// Lets events gather. Until the time is up no push has to wake this thread,
-// unless so many gather that they should not wait, or the queue may overflow.
-void Nex_MsgAgent::linger() {
-  std::unique_lock<std::mutex> lock(lingering_);
-  lingerEnded_.wait_for(lock, LINGERING, [this] { return isEnough_; });
-  isEnough_ = false;
-}
-
-void Nex_MsgAgent::endLingering() {
-  const std::lock_guard<std::mutex> guard(lingering_);
-  isEnough_ = true;
-  lingerEnded_.notify_one();
 }
 
 // Also from a queue that was deactivated meanwhile.

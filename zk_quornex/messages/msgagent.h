@@ -2,14 +2,12 @@
 #ifndef ZK_MESSAGES_MSGAGENT_H
 #define ZK_MESSAGES_MSGAGENT_H
 
+#include <ace/Event.h>
 #include <ace/Task.h>
 
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
 
 #include "zk_quornex/idl/events.h"
-#include "zk_quornex/messages/queueblocks.h"
 #include "zk_quornex/messages/refcount.h"
 
 namespace NS_QUORCORBA {
@@ -22,24 +20,24 @@ using NXEventHolder = NXRefCountType<CosNotification::StructuredEvent>;
 // the client's list and waits when the list is over its nominal size until the
 // client has fetched it. A slow client thus stalls only its own queue.
 //
-// The first event wakes the thread at once. When it has emptied the queue it
-// lingers for a moment before it blocks, so that events in steady flow gather
-// and are taken together: waking a thread costs several times as much as
-// copying an event.
-//
 // The queue holds at most cachesize_ events; the newest is refused. The
 // destructor stops the thread, waits for it, and releases what is still queued:
 // an event being copied then is still delivered to the list, queued ones are
 // not, and pushmsg must not be called any more.
 class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
  public:
-  // cache must outlive this object. The thread is started by activate().
+  // cache must outlive this object.
   explicit Nex_MsgAgent(NXMessageCache* cache);
   ~Nex_MsgAgent() override;
   Nex_MsgAgent(const Nex_MsgAgent&) = delete;
   Nex_MsgAgent& operator=(const Nex_MsgAgent&) = delete;
 
-  // The thread's body.
+  // Starts the one thread and returns when it is under way: a thread that ACE is
+  // still preparing crashes when the process ends meanwhile.
+  void start();
+
+  // The thread's body. An event that cannot be copied, for lack of memory, is
+  // lost to the client; the thread goes on with the next.
   int svc() override;
 
   // Queues the event, taking a reference of its own. Returns 0, or -1 when the
@@ -56,21 +54,13 @@ class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
   enum class Step { CONTINUE, WAIT, STOP };
 
   Step takeOne();
-  bool isListOver() const;
+  Step nextStep() const;
   bool waitForRoom();
-  void linger();
-  void endLingering();
   void drain();
 
   NXMessageCache* cache_;
   std::atomic<bool> stop_{false};
-
-  const long enough_;  // this many queued events end the lingering
-  std::mutex lingering_;
-  std::condition_variable lingerEnded_;
-  bool isEnough_ = false;  // guarded by lingering_
-
-  QueueBlocks blocks_;
+  ACE_Event started_{1};  // stays signalled
 };
 
 }  // namespace NS_QUORCORBA
