@@ -21,7 +21,7 @@ add_library(
   zk_quornex/messages/msgagent.cpp
   zk_quornex/names/tename.cpp
   zk_quornex/names/tptemplates.cpp
-  zk_quornex/notify/debuglog.cpp
+  zk_quornex/notify/exceptions.cpp
   zk_quornex/notify/notification.cpp
   zk_quornex/mo/commonfunc.cpp
   zk_quornex/mo/moadapter.cpp)

@@ -119,6 +119,25 @@ TEST(Exports, belongToTheInterfacesClasses) {
   }
 }
 
+// "Accept" for a member function; empty for a virtual table or a type description.
+std::string operation(const std::string& symbol) {
+  const std::string start = NAMESPACE + owner(symbol) + "::";
+  if (!startsWith(symbol, start)) {
+    return "";
+  }
+  return symbol.substr(start.size(), symbol.find('(') - start.size());
+}
+
+TEST(Exports, holdNoPrivateMember) {
+  const auto classes = interface();
+  for (const std::string& symbol : exported()) {
+    const auto found = classes.find(owner(symbol));
+    const std::string name = operation(symbol);
+    EXPECT_TRUE(name.empty() || (found != classes.end() && found->second.count(name) == 1))
+        << symbol;
+  }
+}
+
 TEST(Exports, holdEveryPublicOperation) {
   for (const auto& [name, operations] : interface()) {
     for (const auto& [operation, count] : operations) {

@@ -2,11 +2,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 #include "tests/support/journal.h"
 #include "zk_quornex/mo/commonfunc.h"
 
 namespace zk::test {
 namespace {
+
+static_assert(!std::is_copy_constructible_v<NS_QUORCORBA::TEEMS>);
+static_assert(!std::is_copy_assignable_v<NS_QUORCORBA::TEEMS>);
 
 using NS_QUORCORBA::TEEMS;
 using testing::ElementsAre;

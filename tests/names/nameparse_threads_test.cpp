@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "tests/names/parsemodel_generator.h"
+#include "tests/support/apart.h"
 #include "zk_quornex/names/nameparse.h"
 
 namespace zk::test {
@@ -66,23 +67,25 @@ int disagreementsOnNames(model::Generator& generator) {
 }
 
 TEST(Nameparse, answersAlikeOnManyThreads) {
-  constexpr unsigned int THREADS = 8;
-  constexpr int ROUNDS = 2000;
-  std::atomic<int> disagreements{0};
-  std::vector<std::thread> threads;
-  for (unsigned int seed = 0; seed < THREADS; ++seed) {
-    threads.emplace_back([seed, &disagreements] {
-      model::Generator generator(seed);
-      for (int round = 0; round < ROUNDS; ++round) {
-        disagreements += disagreementsOnNumbers(generator) + disagreementsOnTexts(generator) +
-                         disagreementsOnNames(generator);
-      }
-    });
-  }
-  for (std::thread& thread : threads) {
-    thread.join();
-  }
-  EXPECT_EQ(disagreements, 0);
+  runApart([] {
+    constexpr unsigned int THREADS = 8;
+    constexpr int ROUNDS = 2000;
+    std::atomic<int> disagreements{0};
+    std::vector<std::thread> threads;
+    for (unsigned int seed = 0; seed < THREADS; ++seed) {
+      threads.emplace_back([seed, &disagreements] {
+        model::Generator generator(seed);
+        for (int round = 0; round < ROUNDS; ++round) {
+          disagreements += disagreementsOnNumbers(generator) + disagreementsOnTexts(generator) +
+                           disagreementsOnNames(generator);
+        }
+      });
+    }
+    for (std::thread& thread : threads) {
+      thread.join();
+    }
+    EXPECT_EQ(disagreements, 0);
+  });
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "tests/names/names.h"
 
 namespace zk::test {
@@ -126,6 +128,45 @@ TEST_F(NameValidate, checksTheEmsThroughTheVirtualSlot) {
   subnetwork.emsName_ = "other";
   EXPECT_EQ(slots.Visit(&subnetwork), 0UL);
   EXPECT_EQ(slots.Visit(&link), OTHER_EMS);
+}
+
+// A check of the EMS that repairs or spoils the name's id.
+class ChangingEmsCheck : public Name_Validate_Visitor {
+ public:
+  explicit ChangingEmsCheck(std::function<void()> change) : change_(std::move(change)) {}
+
+  using Name_Validate_Visitor::Visit;
+  unsigned long Visit(TEName*) override {
+    change_();
+    return 0;
+  }
+
+ private:
+  std::function<void()> change_;
+};
+
+template <class Name>
+unsigned long visitChanging(Name& name, std::function<void()> change) {
+  ChangingEmsCheck visitor(std::move(change));
+  return static_cast<Name_Visitor&>(visitor).Visit(&name);
+}
+
+TEST_F(NameValidate, judgesAnElementsIdAfterTheEms) {
+  TEMEName name;
+  EXPECT_EQ(visitChanging(name, [&] { name.meId_ = 7; }), 0UL);
+  EXPECT_EQ(visitChanging(name, [&] { name.meId_ = 0; }), OTHER_EMS);
+}
+
+TEST_F(NameValidate, judgesASubnetworksIdAfterTheEms) {
+  TESubnetworkName name;
+  EXPECT_EQ(visitChanging(name, [&] { name.subnetId_ = "2"; }), OTHER_EMS);
+  EXPECT_EQ(visitChanging(name, [&] { name.subnetId_ = "1"; }), 0UL);
+}
+
+TEST_F(NameValidate, judgesALinksIdAfterTheEms) {
+  TETopoLinkName name;
+  EXPECT_EQ(visitChanging(name, [&] { name.topoLinkId_ = "4"; }), 0UL);
+  EXPECT_EQ(visitChanging(name, [&] { name.topoLinkId_.clear(); }), OTHER_EMS);
 }
 
 TEST_F(NameValidate, tracesANullNameOnceAndSaysWhere) {

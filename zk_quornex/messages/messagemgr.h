@@ -115,10 +115,10 @@ class __attribute__((visibility("default"))) NXMessageMgr {
   std::shared_ptr<NXListSignal> listSignal(long msgClass, long clientID) const;
 
  private:
-  NXMessageMgr();
+  __attribute__((visibility("hidden"))) NXMessageMgr();
   ~NXMessageMgr() = default;
 
-  static std::atomic<NXMessageMgr*> m_pInstance;
+  __attribute__((visibility("hidden"))) static std::atomic<NXMessageMgr*> m_pInstance;
 };
 
 }  // namespace NS_QUORCORBA

@@ -1,11 +1,13 @@
 #include "zk_quornex/mo/commonfunc.h"
 
 #include <cstring>
+#include <exception>
 #include <memory>
 #include <string>
 
 #include "zk_quornex/notify/notification.h"
 #include "zk_quornex/platform/ems.h"
+#include "zk_quornex/platform/trace.h"
 
 namespace NS_QUORCORBA {
 
@@ -48,12 +50,31 @@ bool hasSetters(int nameType) {
   }
 }
 
-void reportChange(TEName* name, const char* attribute, const char* text) {
+void sendChange(TEName* name, const char* attribute, const char* text) {
   notifications::NVList_T changed;
   changed.length(1);
   changed[0].name = CORBA::string_dup(attribute);
   changed[0].value <<= text != nullptr ? text : "";
   TANotification::OnObjectAVC(name, changed, false);
+}
+
+void traceUnreported(const char* attribute, const char* reason) {
+  NS_CORBA::SetTraceOrigin("commonfunc", __LINE__);
+  NS_CORBA::TaDebugWithPara(1, "TANotification::OnObjectAVC failed.attribute=%s,%s", attribute,
+                            reason);
+}
+
+// The change has been made, whatever becomes of the notification.
+void reportChange(TEName* name, const char* attribute, const char* text) {
+  try {
+    sendChange(name, attribute, text);
+  } catch (const CORBA::Exception& failure) {
+    traceUnreported(attribute, failure._name());
+  } catch (const std::exception& failure) {
+    traceUnreported(attribute, failure.what());
+  } catch (...) {
+    traceUnreported(attribute, "unknown exception");
+  }
 }
 
 // The EMS knows the object from the request it serves, so no key is handed to

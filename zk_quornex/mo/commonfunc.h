@@ -5,14 +5,15 @@
 #define ZK_MO_COMMONFUNC_H
 
 #include "zk_quornex/idl/names.h"
-#include "zk_quornex/names/export.h"
+#include "zk_quornex/names/codes.h"
 #include "zk_quornex/names/nameconvert.h"
 
 namespace NS_QUORCORBA {
 
 // All return 0 or a result code; a code of the name's conversion or of the EMS
 // is passed on as it is. No notification is sent unless the EMS accepted the
-// change, and none is awaited.
+// change, and none is awaited; what sending one throws is traced at level 1 and
+// goes no further.
 class ZK_EXPORT TECommonFunc {
  public:
   // refused: the caller already knows that the change must not be made; returns
@@ -46,13 +47,16 @@ class ZK_EXPORT TEEMS {
   static TEEMS* Instance();
   static void Destroy();
 
+  TEEMS(const TEEMS&) = delete;
+  TEEMS& operator=(const TEEMS&) = delete;
+
   unsigned long SetUserLabel() const;
   unsigned long SetOwner() const;
 
  private:
   TEEMS() = default;
 
-  static TEEMS* m_pInstance;
+  ZK_HIDDEN static TEEMS* m_pInstance;
 };
 
 }  // namespace NS_QUORCORBA

@@ -11,8 +11,7 @@ namespace {
 
 constexpr char MAKER[] = "Veltra";
 
-// An owner of class 3000 would be kept; everything else belongs to the maker.
-// The EMS does not tell a device's owner yet, so for now that is everything.
+// Only the owner "3000" is kept, deliberately, though no device comes with one.
 std::string ownerOf(std::string owner) {
   if (owner.empty() || owner != "3000") {
     owner = MAKER;

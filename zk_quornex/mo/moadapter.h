@@ -4,7 +4,7 @@
 #define ZK_MO_MOADAPTER_H
 
 #include "zk_quornex/idl/managers.h"
-#include "zk_quornex/names/export.h"
+#include "zk_quornex/names/codes.h"
 #include "zk_quornex/platform/ems.h"
 
 namespace NS_QUORCORBA {

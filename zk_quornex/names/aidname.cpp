@@ -111,7 +111,7 @@ unsigned long CAAIDName::GetStrIDs(std::string& strIDs) {
     text += '/';
     text += std::to_string(number);
   }
-  text += '\0';  // callers keep the text as a counted C string
+  text += '\0';  // deliberately part of the text
   strIDs.swap(text);
   return RESULT_OK;
 }

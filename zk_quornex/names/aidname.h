@@ -40,8 +40,8 @@ class ZK_EXPORT CAAIDName : public TEName {
   std::vector<long> ids_;  // the managed element's id first
 
  private:
-  unsigned long readPath(const globaldefs::NameAndStringValue_T& pair);
-  unsigned long readNumbers(char* text);  // cuts text up
+  ZK_HIDDEN unsigned long readPath(const globaldefs::NameAndStringValue_T& pair);
+  ZK_HIDDEN unsigned long readNumbers(char* text);  // cuts text up
 };
 
 }  // namespace NS_QUORCORBA

@@ -1,6 +1,10 @@
-// The codes that all object names share: kinds of names, and results.
+// What all object names share: kinds of names, results, and the marks of what the
+// shared library exports of its interface's classes.
 #ifndef ZK_NAMES_CODES_H
 #define ZK_NAMES_CODES_H
+
+#define ZK_EXPORT __attribute__((visibility("default")))
+#define ZK_HIDDEN __attribute__((visibility("hidden")))
 
 namespace NS_QUORCORBA {
 

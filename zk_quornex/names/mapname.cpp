@@ -97,8 +97,7 @@ unsigned long CASubMapName::Ems2NmsName(globaldefs::NVSList_T& name) {
   if (id_.empty()) {
     return RESULT_EMPTY_NAME;
   }
-  // NMS clients know a submap's default parent by this spelling, a node's by
-  // the other one.
+  // Deliberately another spelling than for a node.
   writeMapPath(writeTwoLevels(name, emsName_, "SubMap"),
                parentId_.empty() ? "AllSubmap" : parentId_, id_);
   return RESULT_OK;

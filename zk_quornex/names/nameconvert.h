@@ -8,9 +8,7 @@
 #include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/aidname.h"
 #include "zk_quornex/names/codes.h"
-#include "zk_quornex/names/export.h"
 #include "zk_quornex/names/mapname.h"
-#include "zk_quornex/names/name_visitor.h"
 #include "zk_quornex/names/tename.h"
 
 namespace NS_QUORCORBA {

@@ -174,9 +174,7 @@ bool ParseIndexedName(const char* text, std::string& name, unsigned long& index)
 }
 
 long ParseNumberOrInvalid(const char* str) {
-  if (str == nullptr) {
-    assertionFailed("nameparse", __LINE__, "0 != str");
-  }
+  assertHolds(str != nullptr, "nameparse", "0 != str");
   return IsNumeric(str) ? std::strtol(str, nullptr, 10) : INVALID_NUMBER;
 }
 

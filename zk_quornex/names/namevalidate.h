@@ -6,7 +6,6 @@
 #include <string>
 
 #include "zk_quornex/names/codes.h"
-#include "zk_quornex/names/name_visitor.h"
 #include "zk_quornex/names/tename.h"
 #include "zk_quornex/platform/config.h"
 #include "zk_quornex/platform/trace.h"
@@ -34,7 +33,7 @@ class Name_Validate_Visitor : public Name_Visitor {
     if (name == nullptr) {
       return refuseNull("Name_Validate_Visitor::Visit fail,TEMEName* pName is nil", __LINE__);
     }
-    return visitEmsThen(name, name->meId_ != 0);
+    return visitEmsThen(name, [name] { return name->meId_ != 0; });
   }
 
   // The EMS has one multi-layer subnetwork, and its id is "1".
@@ -43,14 +42,14 @@ class Name_Validate_Visitor : public Name_Visitor {
       return refuseNull("Name_Validate_Visitor::Visit fail,TESubnetworkName* pName is nil",
                         __LINE__);
     }
-    return visitEmsThen(name, name->subnetId_ == "1");
+    return visitEmsThen(name, [name] { return name->subnetId_ == "1"; });
   }
 
   unsigned long Visit(TETopoLinkName* name) override {
     if (name == nullptr) {
       return refuseNull("Name_Validate_Visitor::Visit fail,TETopoLinkName* pName is nil", __LINE__);
     }
-    return visitEmsThen(name, !name->topoLinkId_.empty());
+    return visitEmsThen(name, [name] { return !name->topoLinkId_.empty(); });
   }
 
  private:
@@ -60,13 +59,15 @@ class Name_Validate_Visitor : public Name_Visitor {
     return RESULT_OTHER_EMS;
   }
 
-  // Through the virtual slot, so that a subclass's own check of the EMS counts.
-  unsigned long visitEmsThen(TEName* name, bool valid) {
+  // Through the virtual slot, so that a subclass's own check of the EMS counts. It
+  // may change the name: the id is judged afterwards.
+  template <class Check>
+  unsigned long visitEmsThen(TEName* name, Check idIsValid) {
     const unsigned long result = Visit(name);
     if (result != 0) {
       return result;
     }
-    return valid ? RESULT_OK : RESULT_OTHER_EMS;
+    return idIsValid() ? RESULT_OK : RESULT_OTHER_EMS;
   }
 };
 

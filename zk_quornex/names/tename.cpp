@@ -3,7 +3,6 @@
 #include <safeclib/safe_str_lib.h>
 
 #include "zk_quornex/names/debuglog.h"
-#include "zk_quornex/names/name_visitor.h"
 #include "zk_quornex/names/nameparse.h"
 #include "zk_quornex/names/namevalidate.h"
 #include "zk_quornex/names/pairs.h"
@@ -13,12 +12,13 @@ namespace NS_QUORCORBA {
 
 namespace {
 
+constexpr unsigned long LARGEST_WRITTEN_ID = 99999999999;  // 11 digits
+
 // Lets the visitor judge the name by its own class and replaces whatever it
 // answers other than 0 by the code that tells the kind of name.
 template <class Name>
 unsigned long acceptAs(Name* name, Name_Visitor* visitor, ResultCode refusal) {
-  if (visitor == nullptr) {
-    assertionFailed("nameconvert", __LINE__, "0 != visitor");
+  if (!assertHolds(visitor != nullptr, "nameconvert", "0 != visitor")) {
     return refusal;
   }
   return visitor->Visit(name) == 0 ? RESULT_OK : refusal;
@@ -95,11 +95,13 @@ unsigned long TEMEName::Ems2NmsName(globaldefs::NVSList_T& name) {
     return RESULT_EMPTY_NAME;
   }
   globaldefs::NameAndStringValue_T& pair = writeTwoLevels(name, emsName_, "ManagedElement");
-  char text[12] = {};
-  const int length = snprintf_s(text, sizeof(text), "%lu", meId_);
-  if (length < 0 || static_cast<std::size_t>(length) >= sizeof(text)) {
+  // Asked before formatting: what does not fit would go to the process's
+  // constraint handler, and NMSs can name such an element.
+  if (meId_ > LARGEST_WRITTEN_ID) {
     return RESULT_EMPTY_NAME;
   }
+  char text[12] = {};
+  snprintf_s(text, sizeof(text), "%lu", meId_);
   pair.value = CORBA::string_dup(text);
   return RESULT_OK;
 }

@@ -22,11 +22,26 @@
 
 #include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/codes.h"
-#include "zk_quornex/names/export.h"
 
 namespace NS_QUORCORBA {
 
-class Name_Visitor;
+class TEName;
+class TEMEName;
+class TESubnetworkName;
+class TETopoLinkName;
+
+// The interface of whoever wants to judge a name by its kind. Only the names of
+// the containment tree are visited; map and AID names check themselves when they
+// are read. Each visit returns 0 to accept the name and anything else to refuse
+// it.
+class Name_Visitor {
+ public:
+  virtual ~Name_Visitor() = default;
+  virtual unsigned long Visit(TEName* name) = 0;
+  virtual unsigned long Visit(TEMEName* name) = 0;
+  virtual unsigned long Visit(TESubnetworkName* name) = 0;
+  virtual unsigned long Visit(TETopoLinkName* name) = 0;
+};
 
 // The EMS itself, and the base of every other name: ("EMS", EMS name).
 class ZK_EXPORT TEName {

@@ -1,13 +1,14 @@
 // The classifier of layered termination-point names: the template table, the
 // reading of a name against it, and the rules its values obey.
+#include <clocale>
 #include <cstdlib>
 
 #include "zk_quornex/names/nameparse.h"
 
 namespace NS_QUORCORBA {
 
-// The three single-layer rows carry the ids 10, 9, 8 in that order: callers
-// know the layers by these ids.
+// The three single-layer rows carry the ids 10, 9, 8 in that order, deliberately:
+// an id is not its row's position.
 const std::vector<TPNameTemplate> TP_NAME_TEMPLATES = {
     {1, "%rack", 1},
     {2, "%rack%shelf", 2},
@@ -100,9 +101,15 @@ bool readDirection(const Item& item, Values& values) {
   return true;
 }
 
+// As in the C locale, whatever the process's own has for a decimal point.
+double toNumber(const std::string& text) {
+  static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+  return strtod_l(text.c_str(), nullptr, cLocale);
+}
+
 // Kept in hundredths, and counted even when it is 0.
 void readFrequency(const Item& item, Values& values, Shape& shape) {
-  values.emplace(item.key, truncated(std::strtod(item.value.c_str(), nullptr) * 100.0));
+  values.emplace(item.key, truncated(toNumber(item.value) * 100.0));
   ++shape.valueCount;
   shape.addKey(item.key);
 }

@@ -48,11 +48,8 @@ class InterfaceNotExistException : public ProcessException {
   ~InterfaceNotExistException() override = default;
 };
 
-// Throws an InterfaceNotExistException with its code and no texts.
-[[noreturn]] inline void throwInterfaceNotExist() {
-  InterfaceNotExistException missing;
-  missing.code_ = 0x41180004;
-  throw missing;
-}
+// The library's own, not exported: throws an InterfaceNotExistException with its
+// code and no texts.
+[[noreturn]] void throwInterfaceNotExist();
 
 #endif

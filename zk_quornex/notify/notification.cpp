@@ -58,8 +58,8 @@ struct ObjectTypeRow {
   const char* qualifier;
 };
 
-// The NMS's set of object types is frozen, so everything newer is an AID to it;
-// the qualifier tells the kinds apart.
+// Every object of the map and every DN is deliberately an AID to the NMS; the
+// qualifier tells the kinds apart.
 constexpr ObjectTypeRow OBJECT_TYPES[] = {
     {NAME_EMS, 0, "EMS"},
     {NAME_MANAGED_ELEMENT, 1, "ManagedElement"},

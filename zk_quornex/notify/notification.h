@@ -9,7 +9,7 @@
 
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/idl/names.h"
-#include "zk_quornex/names/export.h"
+#include "zk_quornex/names/codes.h"
 #include "zk_quornex/names/nameconvert.h"
 
 namespace NS_QUORCORBA {
