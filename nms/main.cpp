@@ -1,7 +1,7 @@
 #include <csignal>
 #include <iostream>
 
-#include "nms/commands/app.h"
+#include "nms/commands/program.h"
 #include "nms/wire/interrupts.h"
 
 int main(int argc, char** argv) {

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 
-#include "nms/commands/command.h"
+#include "nms/commands/program.h"
 #include "nms/events/subscription.h"
-#include "nms/events/times.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 
@@ -21,6 +21,21 @@ struct WatchSettings {
   bool reconnect = true;
   unsigned ping = 5;  // seconds between checks that the agent still serves
 };
+
+// What the commands that watch have in common on the command line. settings must
+// outlive the parsing.
+
+// --timeout, --no-reconnect, --ping.
+void declareWatch(options::Command& command, WatchSettings& settings);
+
+// --type.
+void declareTypes(options::Command& command, Wishes& wishes);
+
+// --pull, --structured.
+void declareDelivery(options::Command& command, Wishes& wishes);
+
+// --count.
+void declareCount(options::Command& command, unsigned& count, const std::string& help);
 
 // What a command does with what comes. Called on the thread that runs the watch.
 class WatchHandler {
@@ -40,7 +55,7 @@ class WatchHandler {
 
 class Watch {
  public:
-  enum class End { kEnough, kTimeIsUp };
+  enum class End { ENOUGH, TIME_IS_UP };
 
   // All must outlive it.
   Watch(const Context& context, const WatchSettings& settings, WatchHandler& handler);
@@ -60,7 +75,7 @@ class Watch {
     std::string why;
   };
 
-  void guarded(const std::function<void()>& calls) const;
+  void noticeLoss(const std::function<void()>& calls) const;
   void catchUp(Login& login);
   End follow(Login& login);
   void handle(const Told& told, Login& login);
@@ -83,6 +98,10 @@ class Watch {
   bool moreWaits_ = false;      // at the agent, of what is to be fetched
   bool lossy_ = false;
 };
+
+// The exit status of a watch for count things (0: for no number of them), of
+// which this many came: throws TimedOutError or EventsLostError, or returns.
+void conclude(const Watch& watch, Watch::End end, unsigned came, unsigned count);
 
 }  // namespace zk::nms
 

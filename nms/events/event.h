@@ -4,9 +4,12 @@
 
 #include <json/value.h>
 
+#include <iosfwd>
+#include <memory>
 #include <string>
 
 #include "nms/events/value.h"
+#include "nms/output/output.h"
 #include "zk_quornex/idl/events.h"
 
 namespace zk::nms {
@@ -33,6 +36,11 @@ std::string summary(const Event& event);
 
 // ("OT_MANAGED_ELEMENT", "") is "managed element"; a qualifier says it better.
 std::string objectTypeText(const std::string& type, const std::string& qualifier);
+
+Row eventRow(const Event& event);
+
+// Of such rows.
+std::unique_ptr<RowStream> eventStream(std::ostream& out, Format format);
 
 }  // namespace zk::nms
 

@@ -10,7 +10,7 @@ bool EventQueue::put(Event event) {
   if (closed_) {
     return false;
   }
-  told_.push_back({Told::kEvent, std::move(event), "", ""});
+  told_.push_back({Told::EVENT, std::move(event), "", ""});
   changed_.notify_all();
   return true;
 }
@@ -21,24 +21,24 @@ void EventQueue::tell(Told told) {
   changed_.notify_all();
 }
 
-void EventQueue::add(Event event) { tell({Told::kEvent, std::move(event), "", ""}); }
+void EventQueue::add(Event event) { tell({Told::EVENT, std::move(event), "", ""}); }
 
-void EventQueue::disconnected() { tell({Told::kDisconnected, {}, "", ""}); }
+void EventQueue::disconnected() { tell({Told::DISCONNECTED, {}, "", ""}); }
 
-void EventQueue::sessionEnded() { tell({Told::kSessionEnded, {}, "", ""}); }
+void EventQueue::sessionEnded() { tell({Told::SESSION_ENDED, {}, "", ""}); }
 
 void EventQueue::eventLossOccurred(const std::string& startTime,
                                    const std::string& notificationId) {
-  tell({Told::kLossBegan, {}, startTime, notificationId});
+  tell({Told::LOSS_BEGAN, {}, startTime, notificationId});
 }
 
 void EventQueue::alarmLossOccurred(const std::string& startTime,
                                    const std::string& notificationId) {
-  tell({Told::kLossBegan, {}, startTime, notificationId});
+  tell({Told::LOSS_BEGAN, {}, startTime, notificationId});
 }
 
 void EventQueue::eventLossCleared(const std::string& endTime) {
-  tell({Told::kLossEnded, {}, endTime, ""});
+  tell({Told::LOSS_ENDED, {}, endTime, ""});
 }
 
 std::optional<Told> EventQueue::take(std::chrono::steady_clock::time_point until) {

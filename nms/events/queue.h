@@ -16,12 +16,12 @@
 namespace zk::nms {
 
 struct Told {
-  enum Kind { kEvent, kSessionEnded, kDisconnected, kLossBegan, kLossEnded };
+  enum Kind { EVENT, SESSION_ENDED, DISCONNECTED, LOSS_BEGAN, LOSS_ENDED };
 
   Kind kind;
-  Event event;                 // of kEvent
+  Event event;                 // of EVENT
   std::string time;            // of the losses, as sent
-  std::string notificationId;  // of kLossBegan
+  std::string notificationId;  // of LOSS_BEGAN
 };
 
 // Holds at most as many events as its limit: who brings another waits, so that

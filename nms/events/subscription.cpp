@@ -1,7 +1,8 @@
 #include "nms/events/subscription.h"
 
-#include "nms/events/consumers.h"
+#include "nms/wire/lists.h"
 #include "nms/wire/text.h"
+#include "zk_quornex/idl/channel.h"
 
 namespace zk::nms {
 namespace {
@@ -12,7 +13,7 @@ using CosNotifyChannelAdmin::SequenceProxyPullSupplier;
 using CosNotifyChannelAdmin::SequenceProxyPushSupplier;
 using CosNotifyChannelAdmin::StructuredProxyPushSupplier;
 
-constexpr CORBA::Long kMostAtOnce = 500;
+constexpr CORBA::Long MOST_AT_ONCE = 500;
 
 CosNotifyChannelAdmin::EventChannel_var channelOf(Connection& connection) {
   CosNotifyChannelAdmin::EventChannel_var channel;
@@ -38,12 +39,10 @@ CosNotifyFilter::Filter_var emptyFilter(CosNotifyChannelAdmin::EventChannel_ptr 
 CosNotifyFilter::Filter_var filterOf(CosNotifyChannelAdmin::EventChannel_ptr channel,
                                      const std::vector<std::string>& constraints) {
   CosNotifyFilter::Filter_var filter = emptyFilter(channel);
-  CosNotifyFilter::ConstraintExpSeq expressions;
-  expressions.length(static_cast<CORBA::ULong>(constraints.size()));
-  CORBA::ULong i = 0;
-  for (const std::string& constraint : constraints) {
-    expressions[i++].constraint_expr = constraint.c_str();
-  }
+  const auto expressions = listOf<CosNotifyFilter::ConstraintExpSeq>(
+      constraints, [](auto& entry, const std::string& constraint) {
+        entry.constraint_expr = constraint.c_str();
+      });
   try {
     CosNotifyFilter::ConstraintInfoSeq_var added = filter->add_constraints(expressions);
   } catch (const CosNotifyFilter::InvalidConstraint& invalid) {
@@ -55,35 +54,22 @@ CosNotifyFilter::Filter_var filterOf(CosNotifyChannelAdmin::EventChannel_ptr cha
   return filter;
 }
 
-CosNotification::EventTypeSeq typesOf(const std::vector<std::string>& names) {
-  CosNotification::EventTypeSeq types;
-  types.length(static_cast<CORBA::ULong>(names.size()));
-  CORBA::ULong i = 0;
-  for (const std::string& name : names) {
-    types[i].domain_name = "tmf_mtnm";
-    types[i++].type_name = name.c_str();
-  }
-  return types;
-}
-
-// A proxy starts with the one type that stands for all.
-CosNotification::EventTypeSeq everyType() {
-  CosNotification::EventTypeSeq types;
-  types.length(1);
-  types[0].domain_name = "*";
-  types[0].type_name = "%ALL";
-  return types;
+CosNotification::EventTypeSeq typesOf(const char* domain, const std::vector<std::string>& names) {
+  return listOf<CosNotification::EventTypeSeq>(names, [&](auto& entry, const std::string& name) {
+    entry.domain_name = domain;
+    entry.type_name = name.c_str();
+  });
 }
 
 ProxySupplier_var obtain(CosNotifyChannelAdmin::EventChannel_ptr channel, Delivery delivery) {
   CosNotifyChannelAdmin::ConsumerAdmin_var admin = channel->default_consumer_admin();
-  const ClientType type = delivery == Delivery::kPushOneByOne
+  const ClientType type = delivery == Delivery::PUSH_ONE_BY_ONE
                               ? CosNotifyChannelAdmin::STRUCTURED_EVENT
                               : CosNotifyChannelAdmin::SEQUENCE_EVENT;
   CosNotifyChannelAdmin::ProxyID id = 0;
   try {
-    return delivery == Delivery::kPull ? admin->obtain_notification_pull_supplier(type, id)
-                                       : admin->obtain_notification_push_supplier(type, id);
+    return delivery == Delivery::PULL ? admin->obtain_notification_pull_supplier(type, id)
+                                      : admin->obtain_notification_push_supplier(type, id);
   } catch (const CosNotifyChannelAdmin::AdminLimitExceeded&) {
     throw RefusedError("the EMS's event channel takes no further consumers");
   }
@@ -100,7 +86,8 @@ typename Proxy::_var_type proxyFor(Connection& connection, const Wishes& wishes)
   }
   if (!wishes.types.empty()) {
     try {
-      proxy->subscription_change(typesOf(wishes.types), everyType());
+      // A proxy starts with the one type that stands for all.
+      proxy->subscription_change(typesOf("tmf_mtnm", wishes.types), typesOf("*", {"%ALL"}));
     } catch (const CosNotifyComm::InvalidEventType& invalid) {
       throw RefusedError("the EMS has no events of the type '" +
                          printable(asUtf8(invalid.type.type_name.in())) + "'");
@@ -121,54 +108,99 @@ typename Interface::_var_type activated(Connection& connection,
   return Interface::_narrow(object.in());
 }
 
-void checkProxy(CORBA::Object_ptr proxy) {
-  if (proxy->_non_existent()) {
-    throw CORBA::OBJECT_NOT_EXIST();
+// What the agent's channel calls: consumers that pass on what they are given.
+// Called on the ORB's threads; the queue must outlive the ORB.
+template <class Skeleton>
+class Consumer : public Skeleton {
+ public:
+  Consumer(EventQueue& queue, const ValueReader& reader) : queue_(queue), reader_(reader) {}
+
+  void offer_change(const CosNotification::EventTypeSeq&,
+                    const CosNotification::EventTypeSeq&) override {}
+
+ protected:
+  void put(const CosNotification::StructuredEvent& event) {
+    if (!queue_.put(readEvent(event, reader_))) {
+      throw CosEventComm::Disconnected();
+    }
   }
+  void end() { queue_.disconnected(); }
+
+ private:
+  EventQueue& queue_;
+  const ValueReader reader_;
+};
+
+class SequenceConsumer : public Consumer<POA_CosNotifyComm::SequencePushConsumer> {
+ public:
+  using Consumer::Consumer;
+
+  void push_structured_events(const CosNotification::EventBatch& events) override {
+    for (CORBA::ULong i = 0; i < events.length(); ++i) {
+      put(events[i]);
+    }
+  }
+  void disconnect_sequence_push_consumer() override { end(); }
+};
+
+class StructuredConsumer : public Consumer<POA_CosNotifyComm::StructuredPushConsumer> {
+ public:
+  using Consumer::Consumer;
+
+  void push_structured_event(const CosNotification::StructuredEvent& event) override { put(event); }
+  void disconnect_structured_push_consumer() override { end(); }
+};
+
+// Only hears of the end: it is this program that fetches.
+class PullConsumer : public Consumer<POA_CosNotifyComm::SequencePullConsumer> {
+ public:
+  using Consumer::Consumer;
+
+  void disconnect_sequence_pull_consumer() override { end(); }
+};
+
+// The agent brings the events.
+class Pushed : public Subscription {
+ public:
+  explicit Pushed(CORBA::Object_ptr proxy) : proxy_(CORBA::Object::_duplicate(proxy)) {}
+
+  bool fetch() override { return false; }
+  void check() override {
+    if (proxy_->_non_existent()) {
+      throw CORBA::OBJECT_NOT_EXIST();
+    }
+  }
+
+ private:
+  const CORBA::Object_var proxy_;
+};
+
+std::unique_ptr<Subscription> pushedSequences(Connection& connection, const Wishes& wishes,
+                                              EventQueue& queue, const ValueReader& reader) {
+  const auto proxy = proxyFor<SequenceProxyPushSupplier>(connection, wishes);
+  const auto consumer = activated<CosNotifyComm::SequencePushConsumer>(
+      connection, new SequenceConsumer(queue, reader));
+  proxy->connect_sequence_push_consumer(consumer.in());
+  return std::make_unique<Pushed>(proxy.in());
 }
 
-class PushedSequences : public Subscription {
- public:
-  PushedSequences(Connection& connection, const Wishes& wishes, EventQueue& queue)
-      : proxy_(proxyFor<SequenceProxyPushSupplier>(connection, wishes)) {
-    const ValueReader reader(connection.orb().dynAnyFactory().in());
-    const auto consumer = activated<CosNotifyComm::SequencePushConsumer>(
-        connection, new SequenceConsumer(queue, reader));
-    proxy_->connect_sequence_push_consumer(consumer.in());
-  }
-
-  bool fetch() override { return false; }
-  void check() override { checkProxy(proxy_.in()); }
-
- private:
-  CosNotifyChannelAdmin::SequenceProxyPushSupplier_var proxy_;
-};
-
-class PushedOneByOne : public Subscription {
- public:
-  PushedOneByOne(Connection& connection, const Wishes& wishes, EventQueue& queue)
-      : proxy_(proxyFor<StructuredProxyPushSupplier>(connection, wishes)) {
-    const ValueReader reader(connection.orb().dynAnyFactory().in());
-    const auto consumer = activated<CosNotifyComm::StructuredPushConsumer>(
-        connection, new StructuredConsumer(queue, reader));
-    proxy_->connect_structured_push_consumer(consumer.in());
-  }
-
-  bool fetch() override { return false; }
-  void check() override { checkProxy(proxy_.in()); }
-
- private:
-  CosNotifyChannelAdmin::StructuredProxyPushSupplier_var proxy_;
-};
+std::unique_ptr<Subscription> pushedOneByOne(Connection& connection, const Wishes& wishes,
+                                             EventQueue& queue, const ValueReader& reader) {
+  const auto proxy = proxyFor<StructuredProxyPushSupplier>(connection, wishes);
+  const auto consumer = activated<CosNotifyComm::StructuredPushConsumer>(
+      connection, new StructuredConsumer(queue, reader));
+  proxy->connect_structured_push_consumer(consumer.in());
+  return std::make_unique<Pushed>(proxy.in());
+}
 
 class Pulled : public Subscription {
  public:
-  Pulled(Connection& connection, const Wishes& wishes, EventQueue& queue)
+  Pulled(Connection& connection, const Wishes& wishes, EventQueue& queue, const ValueReader& reader)
       : proxy_(proxyFor<SequenceProxyPullSupplier>(connection, wishes)),
-        reader_(connection.orb().dynAnyFactory().in()),
+        reader_(reader),
         queue_(queue) {
     const auto consumer =
-        activated<CosNotifyComm::SequencePullConsumer>(connection, new PullConsumer(queue));
+        activated<CosNotifyComm::SequencePullConsumer>(connection, new PullConsumer(queue, reader));
     proxy_->connect_sequence_pull_consumer(consumer.in());
   }
 
@@ -177,7 +209,7 @@ class Pulled : public Subscription {
   bool fetch() override {
     CORBA::Boolean hasEvents = false;
     CosNotification::EventBatch_var events =
-        proxy_->try_pull_structured_events(kMostAtOnce, hasEvents);
+        proxy_->try_pull_structured_events(MOST_AT_ONCE, hasEvents);
     if (!hasEvents) {
       return false;
     }
@@ -199,15 +231,16 @@ class Pulled : public Subscription {
 
 std::unique_ptr<Subscription> subscribe(Connection& connection, const Wishes& wishes,
                                         EventQueue& queue) {
+  const ValueReader reader(connection.orb().dynAnyFactory().in());
   switch (wishes.delivery) {
-    case Delivery::kPushOneByOne:
-      return std::make_unique<PushedOneByOne>(connection, wishes, queue);
-    case Delivery::kPull:
-      return std::make_unique<Pulled>(connection, wishes, queue);
-    case Delivery::kPushSequences:
+    case Delivery::PUSH_ONE_BY_ONE:
+      return pushedOneByOne(connection, wishes, queue, reader);
+    case Delivery::PULL:
+      return std::make_unique<Pulled>(connection, wishes, queue, reader);
+    case Delivery::PUSH_SEQUENCES:
       break;
   }
-  return std::make_unique<PushedSequences>(connection, wishes, queue);
+  return pushedSequences(connection, wishes, queue, reader);
 }
 
 }  // namespace zk::nms

@@ -11,10 +11,10 @@
 
 namespace zk::nms {
 
-enum class Delivery { kPushSequences, kPushOneByOne, kPull };
+enum class Delivery { PUSH_SEQUENCES, PUSH_ONE_BY_ONE, PULL };
 
 struct Wishes {
-  Delivery delivery = Delivery::kPushSequences;
+  Delivery delivery = Delivery::PUSH_SEQUENCES;
   std::vector<std::string> constraints;  // events that meet any of them; none: all
   std::vector<std::string> types;        // events of any of these types; none: all
 };

@@ -1,6 +1,6 @@
 #include "nms/events/value.h"
 
-#include "nms/wire/names.h"
+#include "nms/wire/objectname.h"
 #include "nms/wire/text.h"
 
 namespace zk::nms {
@@ -9,9 +9,9 @@ namespace {
 using DynamicAny::DynAny_ptr;
 
 // Real events nest four deep; ORBs copy values in time that doubles with depth.
-constexpr int kDeepest = 10;
-const char* const kUnreadable = "<unreadable>";
-const char* const kNameType = "IDL:mtnm.tmforum.org/globaldefs/NamingAttributes_T:1.0";
+constexpr int DEEPEST = 10;
+const char* const UNREADABLE = "<unreadable>";
+const char* const NAME_TYPE = "IDL:mtnm.tmforum.org/globaldefs/NamingAttributes_T:1.0";
 
 CORBA::TypeCode_var withoutAlias(CORBA::TypeCode_ptr type) {
   CORBA::TypeCode_var result = CORBA::TypeCode::_duplicate(type);
@@ -24,7 +24,7 @@ CORBA::TypeCode_var withoutAlias(CORBA::TypeCode_ptr type) {
 bool isDeclaredName(CORBA::TypeCode_ptr type) {
   CORBA::TypeCode_var at = CORBA::TypeCode::_duplicate(type);
   while (at->kind() == CORBA::tk_alias) {
-    if (std::string(at->id()) == kNameType) {
+    if (std::string(at->id()) == NAME_TYPE) {
       return true;
     }
     at = at->content_type();
@@ -130,7 +130,7 @@ Json::Value readScalar(DynAny_ptr value, CORBA::TCKind kind) {
     case CORBA::tk_void:
       return {};
     default:
-      return kUnreadable;
+      return UNREADABLE;
   }
 }
 
@@ -157,7 +157,7 @@ Json::Value readAsWhatItIs(DynAny_ptr value, CORBA::TypeCode_ptr type, const Val
 }
 
 Json::Value readDynamic(DynAny_ptr value, const ValueReader& reader, int depth) {
-  if (depth > kDeepest) {
+  if (depth > DEEPEST) {
     return "<nested too deeply>";
   }
   CORBA::TypeCode_var declared = value->type();
@@ -197,7 +197,7 @@ Json::Value ValueReader::read(const CORBA::Any& value) const {
   try {
     return readWithin(value, 0);
   } catch (const CORBA::Exception&) {
-    return kUnreadable;
+    return UNREADABLE;
   }
 }
 

@@ -1,10 +1,49 @@
 #include "nms/wire/connection.h"
 
-#include "nms/wire/agentref.h"
-#include "nms/wire/names.h"
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <regex>
 
 namespace zk::nms {
 namespace {
+
+const char* const FACTORY_KEY = "EmsSessionFactory";
+
+bool isReference(const std::string& text) {
+  for (const char* scheme : {"corbaloc:", "corbaname:", "IOR:"}) {
+    if (text.rfind(scheme, 0) == 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// A name, an IPv4 address or an IPv6 address in brackets; then the port.
+bool isHostAndPort(const std::string& text) {
+  static const std::regex form("([A-Za-z0-9._-]+|\\[[0-9A-Fa-f:.]+\\]):([0-9]{1,5})");
+  std::smatch found;
+  if (!std::regex_match(text, found, form)) {
+    return false;
+  }
+  const int port = std::stoi(found[2]);
+  return port > 0 && port < 65536;
+}
+
+std::string fromFile(const std::string& path) {
+  std::ifstream file(path);
+  if (!file) {
+    throw ConnectionError("cannot read the agent's reference from " + path + ": " +
+                          std::strerror(errno));
+  }
+  std::string reference;
+  file >> reference;
+  if (!isReference(reference)) {
+    throw ConnectionError("the file " + path + " holds no agent reference");
+  }
+  return reference;
+}
 
 emsSessionFactory::EmsSessionFactory_I_var factoryAt(Orb& orb, const std::string& reference,
                                                      const std::string& agent) {
@@ -19,15 +58,31 @@ emsSessionFactory::EmsSessionFactory_I_var factoryAt(Orb& orb, const std::string
 
 }  // namespace
 
+std::string agentReference(const std::string& text) {
+  std::error_code ignored;
+  if (isReference(text)) {
+    return text;
+  }
+  if (std::filesystem::exists(text, ignored) || text.find('/') != std::string::npos) {
+    return fromFile(text);
+  }
+  if (isHostAndPort(text)) {
+    return "corbaloc:iiop:" + text + "/" + FACTORY_KEY;
+  }
+  throw UsageError("not an agent: '" + text +
+                   "' is neither HOST:PORT, nor a corbaloc: or IOR: reference, nor a file");
+}
+
 Connection::Connection(const Access& access, Interrupts& interrupts, SessionListener* listener)
     : reference_(agentReference(access.agent)),
+      page_(access.page),
       orb_({access.callback, access.timeout}),
       nmsSession_(new NmsSession(listener)),
       interrupts_(interrupts) {
   try {
     logIn(access);
   } catch (const CORBA::SystemException& failure) {
-    throw ConnectionError("cannot log in: " + describe(failure, access.agent));
+    throw ConnectionError("cannot log in: " + callText(failure, access.agent));
   }
   interrupts_.beforeExit([this] { session_->endSession(); });
 }
@@ -53,26 +108,6 @@ void Connection::logOut() {
     session_->endSession();
   } catch (const CORBA::Exception&) {
     // An agent that is gone has no session left to end.
-  }
-}
-
-globaldefs::NVSList_T Connection::objectName(const std::string& argument, const char* kind) {
-  if (isFullName(argument)) {
-    return toName(parsePairs(argument));
-  }
-  emsMgr::EMS_T_var ems;
-  emsManager()->getEMS(ems.out());
-  Pairs pairs = toPairs(ems->name);
-  pairs.emplace_back(kind, argument);
-  return toName(pairs);
-}
-
-void checkArgument(const std::string& argument) {
-  if (argument.empty()) {
-    throw UsageError("an empty text names nothing");
-  }
-  if (isFullName(argument)) {
-    parsePairs(argument);
   }
 }
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "nms/wire/errors.h"
+#include "nms/wire/failure.h"
 #include "nms/wire/interrupts.h"
 #include "nms/wire/nmssession.h"
 #include "nms/wire/orb.h"
@@ -12,14 +12,21 @@
 
 namespace zk::nms {
 
-// Which agent, and as whom.
+// Which agent, as whom, and how it is talked to.
 struct Access {
   std::string agent = "corbaloc:iiop:127.0.0.1:5814/EmsSessionFactory";
   std::string user;  // empty: no authentication offered
   std::string password;
   unsigned timeout = 30;               // seconds for one call to the agent
+  unsigned page = 100;                 // entries of a list asked for at a time
   std::string callback = "127.0.0.1";  // where the agent calls back: HOST or HOST:PORT
 };
+
+// What the user says about where the agent is, as a text for the ORB. Takes a
+// reference (corbaloc:, corbaname:, IOR:), HOST:PORT, or a file that holds a
+// reference. Throws UsageError when text is none of these, and ConnectionError
+// when the file cannot be read: an agent that is not running has not written it.
+std::string agentReference(const std::string& text);
 
 // One at a time in a process. Any thread may use it.
 class Connection {
@@ -34,6 +41,9 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   emsSession::EmsSession_I_ptr session() const { return session_.in(); }
+
+  // Entries to ask for at a time.
+  CORBA::ULong page() const { return page_; }
 
   // Whether the agent has ended the session.
   bool endedByAgent() const { return nmsSession_->ended(); }
@@ -56,24 +66,17 @@ class Connection {
 
   emsMgr::EMSMgr_I_var emsManager() { return manager<emsMgr::EMSMgr_I>("EMS"); }
 
-  // An argument of the command line as a name: a full name as it was typed, a
-  // bare id as the object of this kind ("ManagedElement", …) in this EMS.
-  globaldefs::NVSList_T objectName(const std::string& argument, const char* kind);
-
  private:
   void logIn(const Access& access);
   void logOut();
 
   const std::string reference_;  // before the ORB: a bad one need not start it
+  const CORBA::ULong page_;
   Orb orb_;
   PortableServer::Servant_var<NmsSession> nmsSession_;
   emsSession::EmsSession_I_var session_;
   Interrupts& interrupts_;
 };
-
-// Throws UsageError for an argument that objectName could not read, so that
-// nobody logs in for nothing.
-void checkArgument(const std::string& argument);
 
 }  // namespace zk::nms
 

@@ -8,7 +8,7 @@ namespace zk::nms {
 namespace {
 
 // Wakes the watcher when the program ends by itself; nobody else sends it.
-constexpr int kWakeUp = SIGUSR2;
+constexpr int WAKE_UP = SIGUSR2;
 
 bool isIgnored(int signal) {
   struct sigaction action {};
@@ -31,7 +31,7 @@ void Interrupts::cleanUp() {
 
 SignalInterrupts::SignalInterrupts() {
   sigemptyset(&signals_);
-  sigaddset(&signals_, kWakeUp);
+  sigaddset(&signals_, WAKE_UP);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     if (!isIgnored(signal)) {
       sigaddset(&signals_, signal);
@@ -43,14 +43,14 @@ SignalInterrupts::SignalInterrupts() {
 
 SignalInterrupts::~SignalInterrupts() {
   stopping_ = true;
-  pthread_kill(watcher_.native_handle(), kWakeUp);
+  pthread_kill(watcher_.native_handle(), WAKE_UP);
   watcher_.join();
 }
 
 void SignalInterrupts::watch() {
   while (!stopping_) {
     int signal = 0;
-    if (sigwait(&signals_, &signal) == 0 && signal != kWakeUp) {
+    if (sigwait(&signals_, &signal) == 0 && signal != WAKE_UP) {
       end(signal);
     }
   }

@@ -1,17 +1,31 @@
 // The one file of the program that knows which ORB it is built with.
 #include "nms/wire/orb.h"
 
-#include <vector>
+#include <functional>
 
-#include "nms/wire/errors.h"
+#include "nms/wire/failure.h"
+
+#if defined(ZK_ORB_TAO)
+#include <tao/Messaging/Messaging.h>
+#include <tao/Policy_ManagerC.h>
+#include <tao/TimeBaseC.h>
+#endif
 
 namespace zk::nms {
 namespace {
 
 #if defined(ZK_ORB_TAO)
 
+// One may wait in a consumer for room in the queue; the other still answers.
+constexpr int SERVERS = 2;
+
+// A thread that waits for an answer must not serve meanwhile: the one that makes
+// room in the queue would wait for room itself. This ORB knows no limit of a
+// message's size.
 std::vector<std::string> arguments(const OrbSettings& settings) {
-  return {"zk-nms", "-ORBListenEndpoints", "iiop://" + settings.callback};
+  return {"zk-nms", "-ORBListenEndpoints", "iiop://" + settings.callback, "-ORBSvcConfDirective",
+          "static Client_Strategy_Factory \"-ORBClientConnectionHandler RW "
+          "-ORBTransportMuxStrategy EXCLUSIVE\""};
 }
 
 void limitCalls(CORBA::ORB_ptr orb, unsigned seconds) {
@@ -23,9 +37,13 @@ void limitCalls(CORBA::ORB_ptr orb, unsigned seconds) {
   policies.length(1);
   policies[0] = orb->create_policy(Messaging::RELATIVE_RT_TIMEOUT_POLICY_TYPE, hundredNanoseconds);
   manager->set_policy_overrides(policies, CORBA::ADD_OVERRIDE);
+  policies[0]->destroy();
 }
 
 #else
+
+// It serves on threads of the ORB's; run() only waits for the end.
+constexpr int SERVERS = 1;
 
 bool hasPort(const std::string& callback) {
   const std::size_t bracket = callback.rfind(']');
@@ -73,6 +91,14 @@ PortableServer::POA_ptr listen(CORBA::ORB_ptr orb) {
   return poa._retn();
 }
 
+// For what is done at the end, when there is nobody left to tell.
+void inSilence(const std::function<void()>& calls) {
+  try {
+    calls();
+  } catch (const CORBA::Exception&) {
+  }
+}
+
 }  // namespace
 
 Orb::Orb(const OrbSettings& settings) {
@@ -80,21 +106,34 @@ Orb::Orb(const OrbSettings& settings) {
     orb_ = start(settings);
     limitCalls(orb_.in(), settings.timeout);
     poa_ = listen(orb_.in());
+    serve();
   } catch (const CORBA::SystemException& failure) {
-    if (!CORBA::is_nil(orb_.in())) {
-      orb_->destroy();
-    }
+    end();
     throw ConnectionError("cannot listen on " + settings.callback + " for the agent's calls (" +
                           failure._name() + ")");
+  } catch (...) {
+    end();
+    throw;
   }
 }
 
-Orb::~Orb() {
-  try {
-    orb_->destroy();
-  } catch (const CORBA::Exception&) {
-    // The process ends; there is nobody left to tell.
+Orb::~Orb() { end(); }
+
+void Orb::serve() {
+  for (int i = 0; i < SERVERS; ++i) {
+    servers_.emplace_back([orb = orb_.in()] { inSilence([orb] { orb->run(); }); });
   }
+}
+
+void Orb::end() {
+  if (CORBA::is_nil(orb_.in())) {
+    return;
+  }
+  inSilence([this] { orb_->shutdown(true); });
+  for (std::thread& server : servers_) {
+    server.join();
+  }
+  inSilence([this] { orb_->destroy(); });
 }
 
 CORBA::Object_ptr Orb::toObject(const std::string& reference) {

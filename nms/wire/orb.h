@@ -3,6 +3,8 @@
 #define ZK_NMS_WIRE_ORB_H
 
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "zk_quornex/idl/corba.h"
 
@@ -13,11 +15,12 @@ struct OrbSettings {
   unsigned timeout;      // seconds for one call, connecting included
 };
 
-// Listens from the beginning. One at a time in a process. Throws
-// ConnectionError when it cannot listen there.
+// Listens and serves from the beginning to the end, on threads of its own. One
+// at a time in a process. Throws ConnectionError when it cannot listen there.
 class Orb {
  public:
   explicit Orb(const OrbSettings& settings);
+  // Waits for the calls of the agent that are under way.
   ~Orb();
   Orb(const Orb&) = delete;
   Orb& operator=(const Orb&) = delete;
@@ -32,8 +35,12 @@ class Orb {
   DynamicAny::DynAnyFactory_var dynAnyFactory();
 
  private:
+  void serve();
+  void end();
+
   CORBA::ORB_var orb_;
   PortableServer::POA_var poa_;
+  std::vector<std::thread> servers_;  // in orb_->run()
 };
 
 }  // namespace zk::nms

@@ -6,9 +6,8 @@
 #include <sstream>
 #include <vector>
 
-#include "nms/commands/app.h"
-#include "nms/commands/options.h"
-#include "nms/wire/errors.h"
+#include "nms/commands/program.h"
+#include "nms/wire/failure.h"
 #include "tests/nms/support/process.h"
 
 namespace zk::nms {
@@ -126,7 +125,7 @@ class Password : public testing::Test {
 
   std::string chosen() {
     readPassword(options_);
-    return options_.password;
+    return options_.access.password;
   }
 
   Options options_;
@@ -137,7 +136,7 @@ TEST_F(Password, isEmptyWhenNobodyGivesOne) { EXPECT_EQ(chosen(), ""); }
 TEST_F(Password, comesFromTheEnvironmentLast) {
   setenv("ZK_NMS_PASSWORD", "from environment", 1);
   EXPECT_EQ(chosen(), "from environment");
-  options_.password = "given";
+  options_.access.password = "given";
   EXPECT_EQ(chosen(), "given");
 }
 

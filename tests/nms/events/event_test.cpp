@@ -3,8 +3,7 @@
 
 #include "nms/events/alarm.h"
 #include "nms/events/event.h"
-#include "nms/events/eventrows.h"
-#include "nms/wire/errors.h"
+#include "nms/wire/failure.h"
 #include "tests/nms/support/fakechannel.h"
 #include "zk_quornex/idl/managers.h"
 

@@ -28,20 +28,20 @@ TEST(EventQueue, keepsTheOrderOfAllThatIsTold) {
   queue.sessionEnded();
   EXPECT_EQ(takeNow(queue)->event.type, "A");
   const auto loss = takeNow(queue);
-  EXPECT_EQ(loss->kind, Told::kLossBegan);
+  EXPECT_EQ(loss->kind, Told::LOSS_BEGAN);
   EXPECT_EQ(loss->time, "t1");
   EXPECT_EQ(loss->notificationId, "9");
   EXPECT_EQ(takeNow(queue)->event.type, "B");
-  EXPECT_EQ(takeNow(queue)->kind, Told::kLossEnded);
-  EXPECT_EQ(takeNow(queue)->kind, Told::kDisconnected);
-  EXPECT_EQ(takeNow(queue)->kind, Told::kSessionEnded);
+  EXPECT_EQ(takeNow(queue)->kind, Told::LOSS_ENDED);
+  EXPECT_EQ(takeNow(queue)->kind, Told::DISCONNECTED);
+  EXPECT_EQ(takeNow(queue)->kind, Told::SESSION_ENDED);
   EXPECT_FALSE(takeNow(queue));
 }
 
 TEST(EventQueue, tellsTheLossOfAlarmsAsALoss) {
   EventQueue queue;
   queue.alarmLossOccurred("t", "1");
-  EXPECT_EQ(takeNow(queue)->kind, Told::kLossBegan);
+  EXPECT_EQ(takeNow(queue)->kind, Told::LOSS_BEGAN);
 }
 
 TEST(EventQueue, makesWhoBringsMoreThanItHoldsWait) {
@@ -59,7 +59,7 @@ TEST(EventQueue, makesWhoBringsMoreThanItHoldsWait) {
   EXPECT_EQ(takeNow(queue)->event.type, "2");
   bringer.join();
   EXPECT_TRUE(through);
-  EXPECT_EQ(takeNow(queue)->kind, Told::kSessionEnded);
+  EXPECT_EQ(takeNow(queue)->kind, Told::SESSION_ENDED);
   EXPECT_EQ(takeNow(queue)->event.type, "3");
 }
 

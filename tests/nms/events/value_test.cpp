@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "nms/events/value.h"
-#include "nms/output/cells.h"
+#include "nms/output/output.h"
 #include "tests/nms/support/fakechannel.h"
 
 namespace zk::nms {

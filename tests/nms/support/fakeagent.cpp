@@ -112,9 +112,7 @@ notifications::EventList_T wantedAlarms(const FakeNetwork& network, const Probab
       wanted = wanted && alarm.severity != not2[i];
     }
     if (wanted) {
-      result.length(result.length() + 1);
-      result[result.length() - 1] =
-          fakeAlarm(alarm.element, alarm.cause, alarm.severity, alarm.text);
+      added(result) = fakeAlarm(alarm.element, alarm.cause, alarm.severity, alarm.text);
     }
   }
   return result;

@@ -121,8 +121,7 @@ class FakeIterator : public Skeleton {
   typename List::_var_type take(CORBA::ULong howMany) {
     typename List::_var_type result = new List;
     while (next_ < end_ && result->length() < howMany) {
-      result->length(result->length() + 1);
-      result[result->length() - 1] = make_(next_++);
+      added(result.inout()) = make_(next_++);
     }
     return result;
   }

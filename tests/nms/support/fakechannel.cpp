@@ -396,10 +396,9 @@ StructuredEvent fakeEvent(const std::string& type,
 }
 
 void addProperty(StructuredEvent& event, const char* name, const CORBA::Any& value) {
-  const CORBA::ULong length = event.filterable_data.length();
-  event.filterable_data.length(length + 1);
-  event.filterable_data[length].name = name;
-  event.filterable_data[length].value = value;
+  CosNotification::Property& property = added(event.filterable_data);
+  property.name = name;
+  property.value = value;
 }
 
 StructuredEvent fakeAlarm(unsigned element, const std::string& cause,

@@ -19,6 +19,14 @@ typename Interface::_ptr_type activate(PortableServer::POA_ptr poa,
   return Interface::_narrow(object.in());
 }
 
+// A new entry at the list's end.
+template <class List>
+auto& added(List& list) {
+  const CORBA::ULong last = list.length();
+  list.length(last + 1);
+  return list[last];
+}
+
 }  // namespace zk::test
 
 #endif
