@@ -82,6 +82,12 @@ watch() {
 seen() {
   grep -q "$1" "$work/pushed" && grep -q "$1" "$work/pulled"
 }
+# came HOW: fails unless every kind of event came to the watcher HOW.
+came() {
+  for event in NT_ATTRIBUTE_VALUE_CHANGE NT_OBJECT_CREATION NT_ALARM NT_OBJECT_DELETION; do
+    grep -q "$event" "$work/$1" || { echo "no $event was $1" >&2; exit 1; }
+  done
+}
 # Their subscriptions are in place once both have seen a change.
 both_watch() {
   quiet_nms set-label 1 "is anybody watching?"
@@ -114,6 +120,7 @@ for process in $watchers; do
 done
 watchers=""
 for name in pushed pulled; do
+  came "$name"
   say "(what was $name)"
   grep -v -e watching -e "Aldermoor 1" "$work/$name"
 done
