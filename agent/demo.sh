@@ -35,14 +35,18 @@ admin() {
   say zk-agent admin "$@"
   "$bin/zk-agent" admin --agent "$work/admin.ior" "$@"
 }
-# until_done LOG-OF-WHOEVER COMMAND...: repeats the command until it succeeds.
+# until_done LOG-OF-WHOEVER COMMAND...: repeats the command until it succeeds,
+# for a minute.
 until_done() {
   log=$1
   shift
-  tries=0
+  deadline=$(($(date +%s) + 60))
   until "$@"; do
-    tries=$((tries + 1))
-    [ "$tries" -le 300 ] || { cat "$log" >&2; echo "this took too long: $*" >&2; exit 1; }
+    if [ "$(date +%s)" -gt "$deadline" ]; then
+      cat "$log" >&2
+      echo "this took too long: $*" >&2
+      exit 1
+    fi
     sleep 0.1
   done
 }
