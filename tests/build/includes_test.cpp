@@ -224,7 +224,7 @@ TEST(IncludeRules, tellTheDirections) {
       {"agent/ems", "agent/tmf/names.h"},
       {"agent/orb", "agent/ems/records.h"},
       {"agent/managers", "agent/channel/channel.h"},
-      {"agent", "nms/commands/app.h"},
+      {"agent", "nms/commands/program.h"},
       {"agent", "tests/support/doubles.h"},
       {"nms/wire", "nms/output/output.h"},
       {"nms/wire", "options/options.h"},
@@ -233,6 +233,17 @@ TEST(IncludeRules, tellTheDirections) {
   };
   for (const auto& [room, header] : refused) {
     EXPECT_FALSE(mayInclude(room, header)) << room << " " << header;
+  }
+}
+
+// What parses options takes long to compile: one source includes it for all.
+TEST(IncludeRules, leaveTheParserOfOptionsToOneRoom) {
+  for (const std::string& room : rooms()) {
+    for (const Include& include : includesOf(room)) {
+      const bool parser = include.header.rfind("CLI/", 0) == 0;
+      EXPECT_TRUE(!parser || include.file == "options/options.cpp" || room == "agent/cli")
+          << include.file << " includes " << include.header;
+    }
   }
 }
 
