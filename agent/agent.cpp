@@ -1,11 +1,6 @@
 #include "agent/agent.h"
 
-#include <sys/stat.h>
-
-#include <cstdio>
-
 #include "agent/admin/emsadminservant.h"
-#include "agent/base/atomicfile.h"
 #include "agent/base/log.h"
 #include "agent/sessions/factoryservant.h"
 #include "agent/sessions/farewell.h"
@@ -42,12 +37,6 @@ std::string publishAdmin(Inventory& inventory, Traffic& traffic, Logins& logins,
 std::chrono::steady_clock::time_point now() { return std::chrono::steady_clock::now(); }
 
 }  // namespace
-
-PublishedFile::PublishedFile(std::string path, const std::string& text) : path_(std::move(path)) {
-  replaceFile(path_, text, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
-}
-
-PublishedFile::~PublishedFile() { std::remove(path_.c_str()); }
 
 EmbeddedEms::EmbeddedEms(const std::string& path)
     : inventory_(Inventory::open(path)), backend_(*inventory_) {

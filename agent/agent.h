@@ -7,6 +7,7 @@
 #include <string>
 
 #include "agent/admin/sessionlogins.h"
+#include "agent/base/files.h"
 #include "agent/base/repeating.h"
 #include "agent/channel/eventservice.h"
 #include "agent/cli/options.h"
@@ -20,19 +21,6 @@
 #include "agent/tmf/changenotifier.h"
 
 namespace zk::agent {
-
-// A file that is there while its object lives.
-class PublishedFile {
- public:
-  // Writes the file, readable by everyone. Throws std::runtime_error.
-  PublishedFile(std::string path, const std::string& text);
-  ~PublishedFile();
-  PublishedFile(const PublishedFile&) = delete;
-  PublishedFile& operator=(const PublishedFile&) = delete;
-
- private:
-  const std::string path_;
-};
 
 // The embedded EMS, behind the platform's services for as long as it is here.
 class EmbeddedEms {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <exception>
 #include <memory>
 
+#include "zk_quornex/idl/corba.h"
 #include "zk_quornex/platform/default/logs.h"
 #include "zk_quornex/platform/services.h"
 
@@ -13,9 +15,9 @@ namespace {
 
 using NS_BUNDLEMGR1::LogProxy;
 
-constexpr std::size_t longest = 200;
+constexpr std::size_t LONGEST = 200;
 
-std::atomic<LogLevel> highest{LogLevel::Info};
+std::atomic<LogLevel> highest{LogLevel::INFO};
 
 std::shared_ptr<LogProxy> openLog(const char* severity) {
   const auto service = std::dynamic_pointer_cast<NS_LOG_SERVICE1::LogSvcInterface>(
@@ -29,13 +31,13 @@ std::shared_ptr<LogProxy> openLog(const char* severity) {
 
 int traceLevelOf(LogLevel level) {
   switch (level) {
-    case LogLevel::Off:
+    case LogLevel::OFF:
       return 0;
-    case LogLevel::Error:
+    case LogLevel::ERROR:
       return 1;
-    case LogLevel::Debug:
+    case LogLevel::DEBUG:
       return 3;
-    case LogLevel::Trace:
+    case LogLevel::TRACE:
       return 4;
     default:
       return 2;
@@ -51,25 +53,37 @@ void setLogLevel(LogLevel level) {
 
 void logFailure(const std::string& text) {
   static const std::shared_ptr<LogProxy> log = openLog("error");
-  if (highest.load() >= LogLevel::Error) {
+  if (highest.load() >= LogLevel::ERROR) {
     log->Write(text.c_str());
   }
 }
 
 void logCourse(const std::string& text) {
   static const std::shared_ptr<LogProxy> log = openLog("info");
-  if (highest.load() >= LogLevel::Info) {
+  if (highest.load() >= LogLevel::INFO) {
     log->Write(text.c_str());
   }
 }
 
+bool runLogged(const std::string& what, const std::function<void()>& work) {
+  try {
+    work();
+    return true;
+  } catch (const CORBA::Exception& failure) {
+    logFailure(what + " failed: " + failure._name());
+  } catch (const std::exception& failure) {
+    logFailure(what + " failed: " + failure.what());
+  }
+  return false;
+}
+
 std::string printable(const char* text) {
   const std::string whole(text);
-  std::string result = whole.substr(0, longest);
+  std::string result = whole.substr(0, LONGEST);
   std::replace_if(
       result.begin(), result.end(), [](unsigned char byte) { return byte < 0x20 || byte == 0x7f; },
       '?');
-  return whole.size() <= longest ? result : result + "...";
+  return whole.size() <= LONGEST ? result : result + "...";
 }
 
 }  // namespace zk::agent

@@ -4,19 +4,24 @@
 #ifndef ZK_AGENT_BASE_LOG_H
 #define ZK_AGENT_BASE_LOG_H
 
+#include <functional>
 #include <string>
 
 namespace zk::agent {
 
-enum class LogLevel { Off, Error, Warning, Info, Debug, Trace };
+enum class LogLevel { OFF, ERROR, WARNING, INFO, DEBUG, TRACE };
 
-// What is written from now on; Info until then. The library's trace lines are
+// What is written from now on; INFO until then. The library's trace lines are
 // levels of their own: its failures and warnings come with the agent's, its
-// routine lines with Debug, everything with Trace. Set once the logs are open.
+// routine lines with DEBUG, everything with TRACE. Set once the logs are open.
 void setLogLevel(LogLevel level);
 
 void logFailure(const std::string& text);
 void logCourse(const std::string& text);
+
+// Runs work and logs what it throws as "what failed: ...". Returns whether it
+// threw nothing.
+bool runLogged(const std::string& what, const std::function<void()>& work);
 
 // The text with control characters replaced and cut at 200 bytes, so that a
 // client can neither forge log lines nor fill the log with one request.

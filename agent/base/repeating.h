@@ -6,27 +6,42 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace zk::agent {
 
 class Repeating {
  public:
-  // step is called on the thread's own time, never twice at once; what it throws
-  // is logged and the next turn follows.
+  using Clock = std::chrono::steady_clock;
+
+  // Does what is due and says when to be called next; without a time, only wake
+  // calls it again.
+  using Step = std::function<std::optional<Clock::time_point>()>;
+
+  // step is called at once, then when it said and after each wake, which may be
+  // early: on the thread's own time, never twice at once, with no lock held.
+  // What it throws is logged, and counts as having said no time.
+  explicit Repeating(Step step);
+  // A step once a period, the first after one; what it throws is logged and the
+  // next turn follows.
   Repeating(std::chrono::milliseconds period, std::function<void()> step);
   // Waits for a step in progress; none begins afterwards.
   ~Repeating();
   Repeating(const Repeating&) = delete;
   Repeating& operator=(const Repeating&) = delete;
 
+  // Lets the step be called now, or once more when one is in progress. Any
+  // thread may call, the step too.
+  void wake();
+
  private:
   void run();
 
-  const std::chrono::milliseconds period_;
-  const std::function<void()> step_;
-  std::mutex mutex_;
-  std::condition_variable stopped_;
+  const Step step_;
+  std::mutex mutex_;  // protects what follows, not held during a step
+  std::condition_variable changed_;
+  bool woken_ = true;
   bool stopping_ = false;
   std::thread thread_;  // last: it uses the others
 };

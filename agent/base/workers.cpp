@@ -1,27 +1,11 @@
 #include "agent/base/workers.h"
 
-#include <exception>
 #include <string>
 #include <system_error>
 
 #include "agent/base/log.h"
-#include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
-
-namespace {
-
-void run(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const CORBA::Exception& failure) {
-    logFailure(std::string("a thread of the event channel failed: ") + failure._name());
-  } catch (const std::exception& failure) {
-    logFailure(std::string("a thread of the event channel failed: ") + failure.what());
-  }
-}
-
-}  // namespace
 
 Workers::~Workers() { stop(); }
 
@@ -34,7 +18,7 @@ bool Workers::start(std::function<void()> work) {
   auto over = std::make_shared<std::atomic<bool>>(false);
   try {
     std::thread thread([over, kept = std::move(work)]() mutable {
-      run(kept);
+      runLogged("a thread of the event channel", kept);
       kept = nullptr;  // what it holds goes before the thread counts as over
       over->store(true);
     });

@@ -164,8 +164,8 @@ void putTimes(const Raw& raw, Options& options) {
 
 LogLevel logLevelOf(const std::string& name) {
   static const std::map<std::string, LogLevel> levels = {
-      {"off", LogLevel::Off},   {"error", LogLevel::Error}, {"warning", LogLevel::Warning},
-      {"info", LogLevel::Info}, {"debug", LogLevel::Debug}, {"trace", LogLevel::Trace}};
+      {"off", LogLevel::OFF},   {"error", LogLevel::ERROR}, {"warning", LogLevel::WARNING},
+      {"info", LogLevel::INFO}, {"debug", LogLevel::DEBUG}, {"trace", LogLevel::TRACE}};
   return levels.at(name);
 }
 

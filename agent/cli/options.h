@@ -42,7 +42,7 @@ struct Options {
   bool admin = false;        // whether whoever reaches the agent may change the EMS
   std::string adminIorFile;  // empty: none is written
   std::string logFile;       // empty: standard error
-  LogLevel logLevel = LogLevel::Info;
+  LogLevel logLevel = LogLevel::INFO;
 };
 
 // `zk-agent passwd`.

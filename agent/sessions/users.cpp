@@ -12,7 +12,7 @@
 #include <fstream>
 #include <vector>
 
-#include "agent/base/atomicfile.h"
+#include "agent/base/files.h"
 #include "agent/base/log.h"
 
 namespace zk::agent {

@@ -34,7 +34,7 @@ TEST(CommandLine, hasDefaults) {
   EXPECT_EQ(line.options.limits.iterators, 20U);
   EXPECT_EQ(line.options.limits.iteratorIdle, std::chrono::seconds(900));
   EXPECT_EQ(line.options.limits.page, 1000U);
-  EXPECT_EQ(line.options.logLevel, LogLevel::Info);
+  EXPECT_EQ(line.options.logLevel, LogLevel::INFO);
   EXPECT_EQ(line.options.traffic.rate, 0);
   EXPECT_EQ(line.options.traffic.seed, 1U);
   EXPECT_FALSE(line.options.admin);
@@ -72,7 +72,7 @@ TEST(CommandLine, setsEveryOption) {
   EXPECT_EQ(line.options.limits.iteratorIdle, std::chrono::seconds(5));
   EXPECT_EQ(line.options.limits.page, 6U);
   EXPECT_EQ(line.options.logFile, "l");
-  EXPECT_EQ(line.options.logLevel, LogLevel::Debug);
+  EXPECT_EQ(line.options.logLevel, LogLevel::DEBUG);
 }
 
 // Set for the lifetime of the object.

@@ -1,4 +1,4 @@
-#include "agent/base/atomicfile.h"
+#include "agent/base/files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace zk::agent {
 
@@ -48,5 +49,11 @@ void replaceFile(const std::string& path, const std::string& text, mode_t mode) 
   std::remove(temporary.c_str());
   fail(path, reason);
 }
+
+PublishedFile::PublishedFile(std::string path, const std::string& text) : path_(std::move(path)) {
+  replaceFile(path_, text, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+}
+
+PublishedFile::~PublishedFile() { std::remove(path_.c_str()); }
 
 }  // namespace zk::agent
