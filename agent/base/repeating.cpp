@@ -32,34 +32,37 @@ Repeating::Repeating(std::chrono::milliseconds period, std::function<void()> ste
 
 Repeating::~Repeating() {
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     stopping_ = true;
   }
-  changed_.notify_all();
+  changed_.notifyAll();
   thread_.join();
 }
 
 void Repeating::wake() {
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     woken_ = true;
   }
-  changed_.notify_all();
+  changed_.notifyAll();
+}
+
+void Repeating::awaitTurn(const Due& due) {
+  while (!woken_ && !stopping_) {
+    if (!due) {
+      changed_.wait(mutex_);
+    } else if (Clock::now() < *due) {
+      changed_.waitUntil(mutex_, *due);
+    } else {
+      return;
+    }
+  }
 }
 
 void Repeating::run() {
-  const auto isWanted = [this] { return woken_ || stopping_; };
   Due due;
-  std::unique_lock<std::mutex> lock(mutex_);
-  while (true) {
-    if (due) {
-      changed_.wait_until(lock, *due, isWanted);
-    } else {
-      changed_.wait(lock, isWanted);
-    }
-    if (stopping_) {
-      return;
-    }
+  MutexLock lock(mutex_);
+  for (awaitTurn(due); !stopping_; awaitTurn(due)) {
     woken_ = false;
     lock.unlock();
     due.reset();

@@ -3,11 +3,11 @@
 #define ZK_AGENT_BASE_REPEATING_H
 
 #include <chrono>
-#include <condition_variable>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <thread>
+
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -37,12 +37,13 @@ class Repeating {
 
  private:
   void run();
+  void awaitTurn(const std::optional<Clock::time_point>& due) ZK_REQUIRES(mutex_);
 
   const Step step_;
-  std::mutex mutex_;  // protects what follows, not held during a step
-  std::condition_variable changed_;
-  bool woken_ = true;
-  bool stopping_ = false;
+  Mutex mutex_;  // not held during a step
+  Condition changed_;
+  bool woken_ ZK_GUARDED_BY(mutex_) = true;
+  bool stopping_ ZK_GUARDED_BY(mutex_) = false;
   std::thread thread_;  // last: it uses the others
 };
 

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "agent/base/log.h"
 
@@ -10,7 +11,7 @@ namespace zk::agent {
 Workers::~Workers() { stop(); }
 
 bool Workers::start(std::function<void()> work) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   reap();
   if (stopped_) {
     return false;
@@ -18,13 +19,13 @@ bool Workers::start(std::function<void()> work) {
   auto over = std::make_shared<std::atomic<bool>>(false);
   try {
     std::thread thread([over, kept = std::move(work)]() mutable {
-      runLogged("a thread of the event channel", kept);
+      runLogged("a thread's work", kept);
       kept = nullptr;  // what it holds goes before the thread counts as over
       over->store(true);
     });
     workers_.push_back({std::move(thread), over});
   } catch (const std::system_error& failure) {
-    logFailure(std::string("no thread for the event channel: ") + failure.what());
+    logFailure(std::string("no thread can be started: ") + failure.what());
     return false;
   }
   return true;
@@ -44,7 +45,7 @@ void Workers::reap() {
 void Workers::stop() {
   std::list<Worker> ending;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     stopped_ = true;
     ending.swap(workers_);
   }

@@ -1,5 +1,5 @@
-// The channel's threads. Each ends on its own; nobody waits for one but the
-// agent's stop. Safe on any thread.
+// Threads that each do one piece of work and end on their own; nobody waits for
+// one but stop. Safe on any thread.
 #ifndef ZK_AGENT_BASE_WORKERS_H
 #define ZK_AGENT_BASE_WORKERS_H
 
@@ -7,8 +7,9 @@
 #include <functional>
 #include <list>
 #include <memory>
-#include <mutex>
 #include <thread>
+
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -34,11 +35,11 @@ class Workers {
     std::shared_ptr<std::atomic<bool>> over;
   };
 
-  void reap();  // needs the mutex
+  void reap() ZK_REQUIRES(mutex_);
 
-  std::mutex mutex_;
-  std::list<Worker> workers_;
-  bool stopped_ = false;
+  Mutex mutex_;
+  std::list<Worker> workers_ ZK_GUARDED_BY(mutex_);
+  bool stopped_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

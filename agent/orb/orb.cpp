@@ -1,15 +1,14 @@
 #include "agent/orb/orb.h"
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "agent/base/log.h"
-#include "agent/orb/listencheck.h"
 
 #if defined(ZK_ORB_TAO)
 #include <tao/IORTable/IORTable.h>
 #include <tao/Messaging/Messaging.h>
+#include <tao/Policy_ManagerC.h>
 #include <tao/TimeBaseC.h>
 #endif
 
@@ -54,32 +53,19 @@ std::string endpointOption(const Endpoint& endpoint) {
   return isEverywhere(endpoint) ? "iiop://:" + port : "iiop://" + textOf(endpoint);
 }
 
+// A thread for each connection: clients that wait in a blocking pull take one
+// each, and those of a pool would soon all be taken. There is no limit of a
+// message's size to set here: this ORB knows none.
 CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
-  std::vector<std::string> texts = {"zk-agent", "-ORBListenEndpoints", endpointOption(endpoint)};
+  std::vector<std::string> texts = {
+      "zk-agent", "-ORBListenEndpoints", endpointOption(endpoint), "-ORBSvcConfDirective",
+      "static Server_Strategy_Factory \"-ORBConcurrency thread-per-connection\""};
   std::vector<char*> arguments;
   for (std::string& text : texts) {
     arguments.push_back(text.data());
   }
   int count = static_cast<int>(arguments.size());
   return CORBA::ORB_init(count, arguments.data());
-}
-
-std::vector<std::thread>& workers() {
-  static std::vector<std::thread> threads;
-  return threads;
-}
-
-void startServing(CORBA::ORB_ptr orb) {
-  for (int i = 0; i < 8; ++i) {
-    workers().emplace_back([kept = CORBA::ORB_var(CORBA::ORB::_duplicate(orb))] { kept->run(); });
-  }
-}
-
-void stopServing() {
-  for (std::thread& worker : workers()) {
-    worker.join();
-  }
-  workers().clear();
 }
 
 std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
@@ -92,6 +78,19 @@ std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
   const IORTable::Table_var table = IORTable::Table::_narrow(object.in());
   table->bind(key.c_str(), text.in());
   return text.in();
+}
+
+CORBA::Object_ptr limited(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
+  int count = 0;
+  const CORBA::ORB_var orb = CORBA::ORB_init(count, nullptr);
+  CORBA::Any value;
+  value <<= static_cast<TimeBase::TimeT>(limit.count() * 10000);  // units of 100 ns
+  CORBA::PolicyList policies;
+  policies.length(1);
+  policies[0] = orb->create_policy(Messaging::RELATIVE_RT_TIMEOUT_POLICY_TYPE, value);
+  CORBA::Object_var result = object->_set_policy_overrides(policies, CORBA::ADD_OVERRIDE);
+  policies[0]->destroy();
+  return result._retn();
 }
 
 #else
@@ -122,10 +121,6 @@ CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
   return CORBA::ORB_init(count, nullptr, "omniORB4", options);
 }
 
-// Its own threads serve as soon as the adapters' manager is active.
-void startServing(CORBA::ORB_ptr) {}
-void stopServing() {}
-
 // The adapter whose object ids are the whole key in the reference.
 std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
                          PortableServer::Servant servant) {
@@ -139,7 +134,21 @@ std::string publishUnder(CORBA::ORB_ptr orb, const std::string& key,
   return CORBA::String_var(orb->object_to_string(reference.in())).in();
 }
 
+CORBA::Object_ptr limited(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
+  omniORB::setClientCallTimeout(object, static_cast<CORBA::ULong>(limit.count()));
+  return CORBA::Object::_duplicate(object);
+}
+
 #endif
+
+// Until the ORB is shut down, which may come first.
+void run(CORBA::ORB_ptr orb) {
+  try {
+    orb->run();
+  } catch (const CORBA::BAD_INV_ORDER&) {
+    // Shut down already: there is nothing to serve.
+  }
+}
 
 }  // namespace
 
@@ -170,7 +179,9 @@ void Orb::stop() {
   if (!stopped_) {
     stopped_ = true;
     orb_->shutdown(true);
-    stopServing();
+    if (serving_.joinable()) {
+      serving_.join();
+    }
   }
 }
 
@@ -178,31 +189,11 @@ void Orb::serve() {
   const PortableServer::POA_var root = rootAdapter(orb_.in());
   const PortableServer::POAManager_var manager = root->the_POAManager();
   manager->activate();
-  startServing(orb_.in());
+  serving_ = std::thread([this] { run(orb_.in()); });
 }
-
-#if defined(ZK_ORB_TAO)
 
 CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
-  int count = 0;
-  const CORBA::ORB_var orb = CORBA::ORB_init(count, nullptr);
-  CORBA::Any value;
-  value <<= static_cast<TimeBase::TimeT>(limit.count() * 10000);  // units of 100 ns
-  CORBA::PolicyList policies;
-  policies.length(1);
-  policies[0] = orb->create_policy(Messaging::RELATIVE_RT_TIMEOUT_POLICY_TYPE, value);
-  CORBA::Object_var result = object->_set_policy_overrides(policies, CORBA::ADD_OVERRIDE);
-  policies[0]->destroy();
-  return result._retn();
+  return limited(object, limit);
 }
-
-#else
-
-CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {
-  omniORB::setClientCallTimeout(object, static_cast<CORBA::ULong>(limit.count()));
-  return CORBA::Object::_duplicate(object);
-}
-
-#endif
 
 }  // namespace zk::agent

@@ -6,21 +6,12 @@
 #include <chrono>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
+#include "agent/orb/endpoint.h"
 #include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
-
-// host may be a name or an address; "*" or an empty one means every interface.
-// Port 0 means any free one: clients then find the agent by its reference only.
-struct Endpoint {
-  std::string host = "127.0.0.1";
-  unsigned short port = 5814;
-};
-
-// HOST:PORT, [ADDRESS]:PORT for IPv6. Throws std::invalid_argument.
-Endpoint parseEndpoint(const std::string& text);
-std::string textOf(const Endpoint& endpoint);
 
 class ListenError : public std::runtime_error {
  public:
@@ -43,6 +34,7 @@ class Orb {
   // stringified reference. The caller keeps its own reference to the servant.
   std::string publish(const std::string& key, PortableServer::Servant servant);
 
+  // Begins to serve. Throws std::system_error without a thread to do it.
   void serve();
   // Waits for requests in progress; none begins afterwards, and the adapter and
   // its servants are gone. Calls to others are still possible before it only.
@@ -51,6 +43,7 @@ class Orb {
  private:
   CORBA::ORB_var orb_;
   PortableServer::POA_var sessions_;
+  std::thread serving_;
   bool stopped_ = false;
 };
 

@@ -6,7 +6,7 @@ ServantHome::ServantHome(PortableServer::POA_ptr poa)
     : poa_(PortableServer::POA::_duplicate(poa)) {}
 
 CORBA::Object_ptr ServantHome::open(PortableServer::Servant servant, Ticket& ticket) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   if (closed_) {
     throw CORBA::OBJECT_NOT_EXIST();
   }
@@ -19,7 +19,7 @@ CORBA::Object_ptr ServantHome::open(PortableServer::Servant servant, Ticket& tic
 void ServantHome::close(Ticket ticket) {
   std::map<Ticket, PortableServer::ObjectId>::node_type closing;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     closing = open_.extract(ticket);
   }
   if (!closing.empty()) {
@@ -30,7 +30,7 @@ void ServantHome::close(Ticket ticket) {
 void ServantHome::closeAll() {
   std::map<Ticket, PortableServer::ObjectId> closing;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     closed_ = true;
     closing.swap(open_);
   }

@@ -4,9 +4,9 @@
 #define ZK_AGENT_ORB_SERVANTHOME_H
 
 #include <map>
-#include <mutex>
 
 #include "zk_quornex/idl/corba.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -32,10 +32,10 @@ class ServantHome {
   void deactivate(const PortableServer::ObjectId& id);
 
   const PortableServer::POA_var poa_;
-  std::mutex mutex_;  // never held during a call into the adapter that may end a servant
-  std::map<Ticket, PortableServer::ObjectId> open_;
-  Ticket last_ = 0;
-  bool closed_ = false;
+  Mutex mutex_;  // never held during a call into the adapter that may end a servant
+  std::map<Ticket, PortableServer::ObjectId> open_ ZK_GUARDED_BY(mutex_);
+  Ticket last_ ZK_GUARDED_BY(mutex_) = 0;
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

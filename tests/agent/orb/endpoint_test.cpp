@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "agent/orb/orb.h"
+#include "agent/orb/endpoint.h"
 
 namespace {
 
