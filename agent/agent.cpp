@@ -2,16 +2,15 @@
 
 #include "agent/admin/emsadminservant.h"
 #include "agent/base/log.h"
-#include "agent/sessions/factoryservant.h"
-#include "agent/sessions/farewell.h"
+#include "agent/sessions/nmscalls.h"
+#include "agent/sessions/sessionservants.h"
 
 namespace zk::agent {
 
 namespace {
 
-constexpr const char* factoryKey = "EmsSessionFactory";
-constexpr std::chrono::milliseconds farewellLimit{2000};
-constexpr std::chrono::milliseconds housekeepingPeriod{1000};
+constexpr const char* FACTORY_KEY = "EmsSessionFactory";
+constexpr std::chrono::milliseconds HOUSEKEEPING_PERIOD{1000};
 
 std::unique_ptr<Users> usersFor(const Options& options) {
   if (options.usersFile.empty()) {
@@ -28,8 +27,8 @@ std::unique_ptr<PublishedFile> iorFileFor(const std::string& file, const std::st
   return std::make_unique<PublishedFile>(file, reference + "\n");
 }
 
-std::string publishAdmin(Inventory& inventory, Traffic& traffic, Logins& logins, Orb& orb) {
-  const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic, logins);
+std::string publishAdmin(Inventory& inventory, Traffic& traffic, Sessions& sessions, Orb& orb) {
+  const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic, sessions);
   logCourse("administration of the EMS is open to whoever reaches the agent");
   return orb.publish(ADMIN_KEY, admin.in());
 }
@@ -49,12 +48,12 @@ EmbeddedEms::~EmbeddedEms() {
 
 Serving::Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
                  EventService& events, Sessions& sessions, Orb& orb)
-    : events_(events), sessions_(sessions), logins_(sessions), orb_(orb) {
+    : events_(events), sessions_(sessions), orb_(orb) {
   const PortableServer::ServantBase_var factory =
       new FactoryServant(users, sessions, inventory, events, options.interfaceVersion);
-  reference_ = orb_.publish(factoryKey, factory.in());
+  reference_ = orb_.publish(FACTORY_KEY, factory.in());
   if (options.admin) {
-    adminReference_ = publishAdmin(inventory, traffic, logins_, orb_);
+    adminReference_ = publishAdmin(inventory, traffic, sessions, orb_);
   }
   orb_.serve();
   logCourse("serving on " + textOf(options.listen) + ", EMS " + options.emsName + ", inventory " +
@@ -62,7 +61,7 @@ Serving::Serving(const Options& options, Users& users, Inventory& inventory, Tra
 }
 
 Serving::~Serving() {
-  endSessionsOf(sessions_.endAll("the agent stops"), farewellLimit);
+  endSessionsOf(sessions_.endAll("the agent stops"));
   events_.stop();
   orb_.stop();
   logCourse("stopped serving");
@@ -78,7 +77,7 @@ Agent::Agent(const Options& options)
       traffic_(ems_.inventory(), options.traffic),
       serving_(options, *users_, ems_.inventory(), traffic_, events_, sessions_, orb_),
       heartbeat_(options.pings, sessions_, now),
-      housekeeping_(housekeepingPeriod,
+      housekeeping_(HOUSEKEEPING_PERIOD,
                     [this] {
                       sessions_.reapIterators();
                       heartbeat_.step();

@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include "agent/admin/sessionlogins.h"
 #include "agent/base/files.h"
 #include "agent/base/repeating.h"
 #include "agent/channel/eventservice.h"
@@ -58,7 +57,6 @@ class Serving {
  private:
   EventService& events_;
   Sessions& sessions_;
-  SessionLogins logins_;
   Orb& orb_;
   std::string reference_;
   std::string adminReference_;

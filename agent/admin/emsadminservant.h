@@ -6,9 +6,9 @@
 #ifndef ZK_AGENT_ADMIN_EMSADMINSERVANT_H
 #define ZK_AGENT_ADMIN_EMSADMINSERVANT_H
 
-#include "agent/admin/logins.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/traffic/traffic.h"
+#include "agent/sessions/sessions.h"
 #include "zk_quornex/idl/admin.h"
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/idl/names.h"
@@ -19,8 +19,8 @@ class EmsAdminServant : public virtual POA_emsAdmin::EmsAdmin_I,
                         public virtual PortableServer::RefCountServantBase {
  public:
   // All must outlive this object.
-  EmsAdminServant(Inventory& inventory, Traffic& traffic, Logins& logins)
-      : inventory_(inventory), traffic_(traffic), logins_(logins) {}
+  EmsAdminServant(Inventory& inventory, Traffic& traffic, Sessions& sessions)
+      : inventory_(inventory), traffic_(traffic), sessions_(sessions) {}
 
   CORBA::Long createDevice(const char* name, const char* productName, const char* siteId) override;
   void renameDevice(CORBA::Long deviceId, const char* name) override;
@@ -39,7 +39,7 @@ class EmsAdminServant : public virtual POA_emsAdmin::EmsAdmin_I,
  private:
   Inventory& inventory_;
   Traffic& traffic_;
-  Logins& logins_;
+  Sessions& sessions_;
 };
 
 }  // namespace zk::agent

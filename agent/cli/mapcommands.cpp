@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "agent/base/sequences.h"
 #include "agent/cli/admincommands.h"
 
 namespace zk::agent {
@@ -35,10 +36,7 @@ globaldefs::NVSList_T given(const Values& values) {
   globaldefs::NVSList_T list;
   for (const auto& [name, value] : values) {
     if (!value.empty()) {
-      const CORBA::ULong last = list.length();
-      list.length(last + 1);
-      list[last].name = CORBA::string_dup(name.c_str());
-      list[last].value = CORBA::string_dup(value.c_str());
+      appendPair(list, name.c_str(), value);
     }
   }
   return list;

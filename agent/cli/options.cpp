@@ -94,7 +94,7 @@ void addServing(CLI::App& app, Options& options, Raw& raw) {
       "File of users who may log in; without one there is no authentication");
 }
 
-void addLimits(CLI::App& app, Limits& limits, Raw& raw) {
+void addLimits(CLI::App& app, SessionLimits& limits, Raw& raw) {
   add(app, "--max-sessions", limits.sessions, "Sessions at a time")->check(CLI::Range(1, 10000));
   add(app, "--max-iterators", limits.iterators, "Open iterators of a session")
       ->check(CLI::Range(1, 100000));

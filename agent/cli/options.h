@@ -10,8 +10,7 @@
 #include "agent/channel/settings.h"
 #include "agent/cli/adminrun.h"
 #include "agent/ems/traffic/traffic.h"
-#include "agent/managers/limits.h"
-#include "agent/orb/orb.h"
+#include "agent/orb/endpoint.h"
 #include "agent/sessions/heartbeat.h"
 
 namespace zk::agent {
@@ -35,7 +34,7 @@ struct Options {
   std::string emsVersion = "1.0";
   std::string interfaceVersion = "3.0";  // what getVersion answers
   std::string usersFile;                 // empty: no authentication
-  Limits limits;
+  SessionLimits limits;
   PingRules pings;
   ChannelSettings channel;
   TrafficOptions traffic;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "agent/base/sequences.h"
 #include "agent/tmf/alarmevent.h"
 
 namespace zk::agent {
@@ -51,7 +52,7 @@ PagedList<notifications::EventList_T> activeAlarms(const Inventory& inventory,
               const std::optional<AlarmRecord> alarm = inventory.alarm(ids[i]);
               // It may have become one of those that are left out.
               if (alarm && !excluded.contains(*alarm)) {
-                appendEntry(out, listed(inventory, *alarm));
+                append(out, listed(inventory, *alarm));
               }
             }
           }};

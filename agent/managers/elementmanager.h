@@ -2,8 +2,7 @@
 #ifndef ZK_AGENT_MANAGERS_ELEMENTMANAGER_H
 #define ZK_AGENT_MANAGERS_ELEMENTMANAGER_H
 
-#include "agent/managers/commonoperations.h"
-#include "agent/managers/iterators.h"
+#include "agent/managers/managerservant.h"
 
 namespace zk::agent {
 
@@ -31,30 +30,38 @@ class ElementManager : public ManagerServant<POA_managedElementManager::ManagedE
                       const transmissionParameters::LayerRateList_T&,
                       const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                       globaldefs::NamingAttributesList_T_out,
-                      globaldefs::NamingAttributesIterator_I_out) override;
+                      globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getContainedPotentialTPNames(const globaldefs::NamingAttributes_T&,
                                     const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                                     globaldefs::NamingAttributesList_T_out,
-                                    globaldefs::NamingAttributesIterator_I_out) override;
+                                    globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getContainedInUseTPNames(const globaldefs::NamingAttributes_T&,
                                 const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                                 globaldefs::NamingAttributesList_T_out,
-                                globaldefs::NamingAttributesIterator_I_out) override;
+                                globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getContainedCurrentTPNames(const globaldefs::NamingAttributes_T&,
                                   const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                                   globaldefs::NamingAttributesList_T_out,
-                                  globaldefs::NamingAttributesIterator_I_out) override;
+                                  globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getContainingTPNames(const globaldefs::NamingAttributes_T&,
-                            globaldefs::NamingAttributesList_T_out) override;
+                            globaldefs::NamingAttributesList_T_out) override {
+    throw notImplemented();
+  }
   void getAllUnacknowledgedActiveAlarms(const globaldefs::NamingAttributes_T&,
                                         const notifications::ProbableCauseList_T&,
                                         const notifications::PerceivedSeverityList_T&, CORBA::ULong,
                                         notifications::EventList_T_out,
-                                        notifications::EventIterator_I_out) override;
-
- private:
-  const Paging paging_;
-  const Inventory& inventory_;
+                                        notifications::EventIterator_I_out) override {
+    throw notImplemented();
+  }
 };
 
 }  // namespace zk::agent

@@ -3,8 +3,7 @@
 #ifndef ZK_AGENT_MANAGERS_EMSMANAGER_H
 #define ZK_AGENT_MANAGERS_EMSMANAGER_H
 
-#include "agent/managers/commonoperations.h"
-#include "agent/managers/iterators.h"
+#include "agent/managers/managerservant.h"
 
 namespace zk::agent {
 
@@ -38,19 +37,23 @@ class EmsManager : public ManagerServant<POA_emsMgr::EMSMgr_I> {
 
   // Not offered.
   void createTopologicalLink(const topologicalLink::TLCreateData_T&,
-                             topologicalLink::TopologicalLink_T_out) override;
-  void deleteTopologicalLink(const globaldefs::NamingAttributes_T&) override;
+                             topologicalLink::TopologicalLink_T_out) override {
+    throw notImplemented();
+  }
+  void deleteTopologicalLink(const globaldefs::NamingAttributes_T&) override {
+    throw notImplemented();
+  }
   void getAllEMSAndMEUnacknowledgedActiveAlarms(const notifications::ProbableCauseList_T&,
                                                 const notifications::PerceivedSeverityList_T&,
                                                 CORBA::ULong, notifications::EventList_T_out,
-                                                notifications::EventIterator_I_out) override;
+                                                notifications::EventIterator_I_out) override {
+    throw notImplemented();
+  }
   void getAllEMSSystemUnacknowledgedActiveAlarms(const notifications::PerceivedSeverityList_T&,
                                                  CORBA::ULong, notifications::EventList_T_out,
-                                                 notifications::EventIterator_I_out) override;
-
- private:
-  const Paging paging_;
-  const Inventory& inventory_;
+                                                 notifications::EventIterator_I_out) override {
+    throw notImplemented();
+  }
 };
 
 }  // namespace zk::agent

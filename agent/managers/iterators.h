@@ -16,59 +16,42 @@
 
 namespace zk::agent {
 
-struct NameIteration {
-  using Skeleton = POA_globaldefs::NamingAttributesIterator_I;
-  using Interface = globaldefs::NamingAttributesIterator_I;
-  using Iterator_out = globaldefs::NamingAttributesIterator_I_out;
-  using List = globaldefs::NamingAttributesList_T;
-  using List_var = globaldefs::NamingAttributesList_T_var;
-  using List_out = globaldefs::NamingAttributesList_T_out;
+// The skeleton and the interface of the iterator over a list.
+template <class List>
+struct IteratorOf;
+
+template <class SkeletonType, class InterfaceType>
+struct IteratorTypes {
+  using Skeleton = SkeletonType;
+  using Interface = InterfaceType;
 };
 
-struct ElementIteration {
-  using Skeleton = POA_managedElement::ManagedElementIterator_I;
-  using Interface = managedElement::ManagedElementIterator_I;
-  using Iterator_out = managedElement::ManagedElementIterator_I_out;
-  using List = managedElement::ManagedElementList_T;
-  using List_var = managedElement::ManagedElementList_T_var;
-  using List_out = managedElement::ManagedElementList_T_out;
-};
+template <>
+struct IteratorOf<globaldefs::NamingAttributesList_T>
+    : IteratorTypes<POA_globaldefs::NamingAttributesIterator_I,
+                    globaldefs::NamingAttributesIterator_I> {};
+template <>
+struct IteratorOf<managedElement::ManagedElementList_T>
+    : IteratorTypes<POA_managedElement::ManagedElementIterator_I,
+                    managedElement::ManagedElementIterator_I> {};
+template <>
+struct IteratorOf<multiLayerSubnetwork::SubnetworkList_T>
+    : IteratorTypes<POA_multiLayerSubnetwork::SubnetworkIterator_I,
+                    multiLayerSubnetwork::SubnetworkIterator_I> {};
+template <>
+struct IteratorOf<topologicalLink::TopologicalLinkList_T>
+    : IteratorTypes<POA_topologicalLink::TopologicalLinkIterator_I,
+                    topologicalLink::TopologicalLinkIterator_I> {};
+template <>
+struct IteratorOf<topologyMap::MapObjectList_T>
+    : IteratorTypes<POA_topologyMap::MapObjectIterator_I, topologyMap::MapObjectIterator_I> {};
+template <>
+struct IteratorOf<notifications::EventList_T>
+    : IteratorTypes<POA_notifications::EventIterator_I, notifications::EventIterator_I> {};
 
-struct SubnetworkIteration {
-  using Skeleton = POA_multiLayerSubnetwork::SubnetworkIterator_I;
-  using Interface = multiLayerSubnetwork::SubnetworkIterator_I;
-  using Iterator_out = multiLayerSubnetwork::SubnetworkIterator_I_out;
-  using List = multiLayerSubnetwork::SubnetworkList_T;
-  using List_var = multiLayerSubnetwork::SubnetworkList_T_var;
-  using List_out = multiLayerSubnetwork::SubnetworkList_T_out;
-};
-
-struct LinkIteration {
-  using Skeleton = POA_topologicalLink::TopologicalLinkIterator_I;
-  using Interface = topologicalLink::TopologicalLinkIterator_I;
-  using Iterator_out = topologicalLink::TopologicalLinkIterator_I_out;
-  using List = topologicalLink::TopologicalLinkList_T;
-  using List_var = topologicalLink::TopologicalLinkList_T_var;
-  using List_out = topologicalLink::TopologicalLinkList_T_out;
-};
-
-struct MapObjectIteration {
-  using Skeleton = POA_topologyMap::MapObjectIterator_I;
-  using Interface = topologyMap::MapObjectIterator_I;
-  using Iterator_out = topologyMap::MapObjectIterator_I_out;
-  using List = topologyMap::MapObjectList_T;
-  using List_var = topologyMap::MapObjectList_T_var;
-  using List_out = topologyMap::MapObjectList_T_out;
-};
-
-struct EventIteration {
-  using Skeleton = POA_notifications::EventIterator_I;
-  using Interface = notifications::EventIterator_I;
-  using Iterator_out = notifications::EventIterator_I_out;
-  using List = notifications::EventList_T;
-  using List_var = notifications::EventList_T_var;
-  using List_out = notifications::EventList_T_out;
-};
+// How next_n gives a list: the type of its parameter.
+template <class Iterator, class List>
+List secondParameter(CORBA::Boolean (Iterator::*)(CORBA::ULong, List));
 
 // What the lists of one session share.
 struct Paging {
@@ -78,11 +61,12 @@ struct Paging {
 
 // Lives until the client destroys it, it is idle for too long, or its session
 // ends; having handed out its last entry does not end it.
-template <class Kind>
-class IteratorServant : public virtual Kind::Skeleton,
+template <class List>
+class IteratorServant : public virtual IteratorOf<List>::Skeleton,
                         public virtual PortableServer::RefCountServantBase {
  public:
-  using Source = std::shared_ptr<Cursor<typename Kind::List>>;
+  using Source = std::shared_ptr<Cursor<List>>;
+  using List_out = decltype(secondParameter(&IteratorOf<List>::Skeleton::next_n));
 
   IteratorServant(Source source, Paging paging)
       : source_(std::move(source)), paging_(std::move(paging)) {}
@@ -90,16 +74,16 @@ class IteratorServant : public virtual Kind::Skeleton,
   // Called once, before any client knows the iterator.
   void setTicket(OpenIterators::Ticket ticket) { ticket_ = ticket; }
 
-  CORBA::Boolean next_n(CORBA::ULong howMany, typename Kind::List_out out) override {
+  CORBA::Boolean next_n(CORBA::ULong howMany, List_out out) override {
     if (howMany == 0) {
       throw refusal(globaldefs::EXCPT_INVALID_INPUT, "how_many must be at least 1");
     }
-    return guarded("next_n", [&] {
+    return refusingFailures("next_n", [&] {
       const InUse use(*this);
       const CORBA::ULong most = std::min(howMany, paging_.page);
-      typename Kind::List_var list = new typename Kind::List(most);
-      const bool more = source_->take(most, list.inout());
-      out = list._retn();
+      auto list = std::make_unique<List>(most);
+      const bool more = source_->take(most, *list);
+      out = list.release();
       return static_cast<CORBA::Boolean>(more);
     });
   }
@@ -129,25 +113,26 @@ class IteratorServant : public virtual Kind::Skeleton,
 // Answers a list operation: up to howMany entries, and a nil iterator when that
 // was all. Throws Refusal when the rest needs an iterator that the session may
 // not have.
-template <class Kind>
-void answerList(PagedList<typename Kind::List> list, CORBA::ULong howMany, const Paging& paging,
-                typename Kind::List_out out, typename Kind::Iterator_out iterator) {
-  auto cursor = std::make_shared<Cursor<typename Kind::List>>(std::move(list));
+template <class List, class ListOut, class IteratorOut>
+void answerList(PagedList<List> list, CORBA::ULong howMany, const Paging& paging, ListOut out,
+                IteratorOut iterator) {
+  using Interface = typename IteratorOf<List>::Interface;
+  auto cursor = std::make_shared<Cursor<List>>(std::move(list));
   const CORBA::ULong most =
       std::min({howMany, paging.page, static_cast<CORBA::ULong>(cursor->length())});
-  typename Kind::List_var first = new typename Kind::List(most);
-  if (!cursor->take(most, first.inout())) {
-    out = first._retn();
-    iterator = Kind::Interface::_nil();
+  auto first = std::make_unique<List>(most);
+  if (!cursor->take(most, *first)) {
+    out = first.release();
+    iterator = Interface::_nil();
     return;
   }
-  auto* const servant = new IteratorServant<Kind>(cursor, paging);
+  auto* const servant = new IteratorServant<List>(cursor, paging);
   const PortableServer::ServantBase_var owner = servant;
   OpenIterators::Ticket ticket = 0;
   const CORBA::Object_var reference = paging.iterators->open(servant, ticket);
   servant->setTicket(ticket);
-  iterator = Kind::Interface::_narrow(reference.in());
-  out = first._retn();
+  iterator = Interface::_narrow(reference.in());
+  out = first.release();
 }
 
 }  // namespace zk::agent

@@ -2,8 +2,7 @@
 #ifndef ZK_AGENT_MANAGERS_MAPMANAGER_H
 #define ZK_AGENT_MANAGERS_MAPMANAGER_H
 
-#include "agent/managers/commonoperations.h"
-#include "agent/managers/iterators.h"
+#include "agent/managers/managerservant.h"
 
 namespace zk::agent {
 
@@ -19,10 +18,6 @@ class MapManager : public ManagerServant<POA_topologyMap::TopologyMapMgr_I> {
                           topologyMap::MapObjectIterator_I_out it) override;
   void getMapObject(const globaldefs::NamingAttributes_T& name,
                     topologyMap::MapObject_T_out object) override;
-
- private:
-  const Paging paging_;
-  const Inventory& inventory_;
 };
 
 }  // namespace zk::agent

@@ -7,7 +7,7 @@
 
 namespace zk::agent {
 
-OpenIterators::OpenIterators(std::shared_ptr<ServantHome> home, const Limits& limits,
+OpenIterators::OpenIterators(std::shared_ptr<ServantHome> home, const ListLimits& limits,
                              SteadyClock clock)
     : home_(std::move(home)),
       most_(limits.iterators),
@@ -15,7 +15,7 @@ OpenIterators::OpenIterators(std::shared_ptr<ServantHome> home, const Limits& li
       clock_(std::move(clock)) {}
 
 CORBA::Object_ptr OpenIterators::open(PortableServer::Servant iterator, Ticket& ticket) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   if (lastUse_.size() >= most_) {
     throw refusal(globaldefs::EXCPT_TOO_MANY_OPEN_ITERATORS,
                   "the session has " + std::to_string(most_) +
@@ -27,7 +27,7 @@ CORBA::Object_ptr OpenIterators::open(PortableServer::Servant iterator, Ticket& 
 }
 
 void OpenIterators::touch(Ticket ticket) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   const auto found = lastUse_.find(ticket);
   if (found != lastUse_.end()) {
     found->second = clock_();
@@ -36,7 +36,7 @@ void OpenIterators::touch(Ticket ticket) {
 
 void OpenIterators::close(Ticket ticket) {
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     lastUse_.erase(ticket);
   }
   home_->close(ticket);
@@ -45,7 +45,7 @@ void OpenIterators::close(Ticket ticket) {
 std::size_t OpenIterators::reap() {
   std::vector<Ticket> idle;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     const auto now = clock_();
     for (const auto& [ticket, lastUse] : lastUse_) {
       if (now - lastUse > idle_) {
@@ -60,7 +60,7 @@ std::size_t OpenIterators::reap() {
 }
 
 std::size_t OpenIterators::count() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   return lastUse_.size();
 }
 

@@ -5,20 +5,36 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 
-#include "agent/managers/limits.h"
 #include "agent/orb/servanthome.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
+
+// What bounds a client's use of lists.
+struct ListLimits {
+  // Open iterators of one session; a further query that needs one is refused.
+  std::size_t iterators = 20;
+  // An iterator that nobody has used for this long is destroyed.
+  std::chrono::seconds iteratorIdle{900};
+  // The most entries in one answer, whatever the client asks for. With records
+  // of a few hundred bytes this stays well below the 2 MiB that ORBs accept in
+  // one message by default.
+  std::uint32_t page = 1000;
+};
+
+// The clock that idle times are measured by; tests put their own in its place.
+using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
 
 class OpenIterators {
  public:
   using Ticket = ServantHome::Ticket;
 
-  OpenIterators(std::shared_ptr<ServantHome> home, const Limits& limits, SteadyClock clock);
+  OpenIterators(std::shared_ptr<ServantHome> home, const ListLimits& limits, SteadyClock clock);
 
   // Makes an iterator reachable. Throws Refusal, too many open iterators, when
   // the session has as many as it may. The caller owns the result.
@@ -36,8 +52,8 @@ class OpenIterators {
   const std::size_t most_;
   const std::chrono::seconds idle_;
   const SteadyClock clock_;
-  mutable std::mutex mutex_;
-  std::map<Ticket, std::chrono::steady_clock::time_point> lastUse_;
+  mutable Mutex mutex_;
+  std::map<Ticket, std::chrono::steady_clock::time_point> lastUse_ ZK_GUARDED_BY(mutex_);
 };
 
 }  // namespace zk::agent

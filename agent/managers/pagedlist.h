@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <functional>
 #include <mutex>
+#include <utility>
 
-#include "zk_quornex/idl/corba.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -30,7 +31,7 @@ class Cursor {
   // left, for entries that are gone by now are passed over. Returns whether more
   // remain. What fetching throws leaves the place as it was.
   bool take(std::size_t count, List& out) {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     const std::size_t wanted = out.length() + count;
     std::size_t next = next_;
     while (out.length() < wanted && next < list_.length) {
@@ -47,17 +48,9 @@ class Cursor {
 
  private:
   const PagedList<List> list_;
-  std::mutex mutex_;
-  std::size_t next_ = 0;
+  Mutex mutex_;
+  std::size_t next_ ZK_GUARDED_BY(mutex_) = 0;
 };
-
-// Appends one entry; out was made with room for it, or it is copied.
-template <class List, class Entry>
-void appendEntry(List& out, const Entry& entry) {
-  const CORBA::ULong last = out.length();
-  out.length(last + 1);
-  out[last] = entry;
-}
 
 }  // namespace zk::agent
 

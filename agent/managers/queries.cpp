@@ -1,13 +1,15 @@
 #include "agent/managers/queries.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "agent/base/log.h"
-#include "agent/managers/listof.h"
+#include "agent/base/sequences.h"
 #include "agent/tmf/errors.h"
-#include "agent/tmf/objectnames.h"
-#include "agent/tmf/records.h"
+#include "agent/tmf/names.h"
+#include "agent/tmf/nmsrecords.h"
 
 namespace zk::agent {
 
@@ -15,23 +17,26 @@ namespace {
 
 using globaldefs::NamingAttributesList_T;
 using globaldefs::NVSList_T;
+using topologyMap::MapObject_T;
+using topologyMap::MapObjectList_T;
 
-auto fetchDevices(const Inventory& inventory) {
-  return [&inventory](const std::vector<long>& ids) { return inventory.devices(ids); };
-}
+// The records of some keys, in order, without those that are gone.
+template <class Record, class Key>
+using Fetch = std::vector<Record> (Inventory::*)(const std::vector<Key>& keys) const;
 
-auto fetchLinks(const Inventory& inventory) {
-  return [&inventory](const std::vector<std::string>& ids) { return inventory.links(ids); };
-}
-
-auto fetchSubnetworks(const Inventory& inventory) {
-  return [&inventory](const std::vector<std::string>&) {
-    return std::vector<SubnetworkRecord>{inventory.subnetwork()};
-  };
-}
-
-std::vector<std::string> subnetworkIds(const Inventory& inventory) {
-  return {inventory.subnetwork().id};
+// add appends what one record becomes to the answer.
+template <class List, class Record, class Key, class Add>
+PagedList<List> listOf(const Inventory& inventory, std::vector<Key> keys, Fetch<Record, Key> fetch,
+                       Add add) {
+  const std::size_t length = keys.size();
+  return {length, [&inventory, keys = std::move(keys), fetch, add](std::size_t from,
+                                                                   std::size_t count, List& out) {
+            const auto first = keys.begin() + static_cast<std::ptrdiff_t>(from);
+            const std::vector<Key> some(first, first + static_cast<std::ptrdiff_t>(count));
+            for (const Record& record : (inventory.*fetch)(some)) {
+              add(out, record);
+            }
+          }};
 }
 
 // A device that the EMS cannot tell everything about at present is left out
@@ -40,69 +45,103 @@ void addElement(managedElement::ManagedElementList_T& out, const DeviceRecord& r
   managedElement::ManagedElement_T element;
   const unsigned long code = fillElement(record, element);
   if (code == 0) {
-    appendEntry(out, element);
+    append(out, element);
   } else if (code != codeOf(Result::NoSuchObject)) {
     logFailure("device " + std::to_string(record.id) + " left out of a list: " + reasonOf(code));
   }
+}
+
+template <class Record>
+PagedList<MapObjectList_T> mapObjects(const Inventory& inventory, ObjectKind kind,
+                                      Fetch<Record, std::string> fetch) {
+  return listOf<MapObjectList_T>(
+      inventory, inventory.ids(kind), fetch,
+      [](MapObjectList_T& out, const Record& record) { append(out, mapObjectOf(record)); });
 }
 
 Refusal noSuchObject(const NVSList_T& name) {
   return refusalOf(codeOf(Result::NoSuchObject), name);
 }
 
+// What was found under this name, which has to be something.
+template <class Record>
+const Record& found(const std::optional<Record>& record, const NVSList_T& name) {
+  return record ? *record : throw noSuchObject(name);
+}
+
+template <class Record>
+MapObject_T heldBy(const std::string& parentId, const std::optional<Record>& record,
+                   const NVSList_T& name) {
+  if (!parentId.empty() && found(record, name).parentId != parentId) {
+    throw noSuchObject(name);
+  }
+  return mapObjectOf(found(record, name));
+}
+
 }  // namespace
 
 PagedList<managedElement::ManagedElementList_T> allElements(const Inventory& inventory) {
-  return listOf<managedElement::ManagedElementList_T>(inventory.deviceIds(),
-                                                      fetchDevices(inventory), addElement);
+  return listOf<managedElement::ManagedElementList_T>(inventory, inventory.deviceIds(),
+                                                      &Inventory::devices, addElement);
 }
 
 PagedList<NamingAttributesList_T> allElementNames(const Inventory& inventory) {
   return listOf<NamingAttributesList_T>(
-      inventory.deviceIds(), fetchDevices(inventory),
+      inventory, inventory.deviceIds(), &Inventory::devices,
       [](NamingAttributesList_T& out, const DeviceRecord& record) {
-        appendEntry(out, nameOfDevice(record.id));
+        append(out, nmsNameOf(ObjectKey::device(static_cast<unsigned long>(record.id))));
       });
 }
 
 PagedList<topologicalLink::TopologicalLinkList_T> allLinks(const Inventory& inventory) {
   return listOf<topologicalLink::TopologicalLinkList_T>(
-      inventory.ids(ObjectKind::Link), fetchLinks(inventory),
+      inventory, inventory.ids(ObjectKind::Link), &Inventory::links,
       [](topologicalLink::TopologicalLinkList_T& out, const LinkRecord& record) {
-        appendEntry(out, linkOf(record));
+        append(out, linkOf(record));
       });
 }
 
 PagedList<NamingAttributesList_T> allLinkNames(const Inventory& inventory) {
-  return listOf<NamingAttributesList_T>(inventory.ids(ObjectKind::Link), fetchLinks(inventory),
+  return listOf<NamingAttributesList_T>(inventory, inventory.ids(ObjectKind::Link),
+                                        &Inventory::links,
                                         [](NamingAttributesList_T& out, const LinkRecord& record) {
-                                          appendEntry(out, nameOfLink(record.id));
+                                          append(out, nmsNameOf(ObjectKey::link(record.id)));
                                         });
 }
 
 PagedList<multiLayerSubnetwork::SubnetworkList_T> allSubnetworks(const Inventory& inventory) {
-  return listOf<multiLayerSubnetwork::SubnetworkList_T>(
-      subnetworkIds(inventory), fetchSubnetworks(inventory),
-      [](multiLayerSubnetwork::SubnetworkList_T& out, const SubnetworkRecord& record) {
-        appendEntry(out, subnetworkOf(record));
-      });
+  return {
+      1, [&inventory](std::size_t, std::size_t count, multiLayerSubnetwork::SubnetworkList_T& out) {
+        if (count != 0) {
+          append(out, subnetworkOf(inventory.subnetwork()));
+        }
+      }};
 }
 
 PagedList<NamingAttributesList_T> allSubnetworkNames(const Inventory& inventory) {
-  return listOf<NamingAttributesList_T>(
-      subnetworkIds(inventory), fetchSubnetworks(inventory),
-      [](NamingAttributesList_T& out, const SubnetworkRecord& record) {
-        appendEntry(out, nameOfSubnetwork(record.id));
-      });
+  return {1, [&inventory](std::size_t, std::size_t count, NamingAttributesList_T& out) {
+            if (count != 0) {
+              append(out, nmsNameOf(ObjectKey::subnetwork(inventory.subnetwork().id)));
+            }
+          }};
+}
+
+PagedList<MapObjectList_T> allNodes(const Inventory& inventory) {
+  return mapObjects(inventory, ObjectKind::Node, &Inventory::nodes);
+}
+
+PagedList<MapObjectList_T> allSubMaps(const Inventory& inventory) {
+  return mapObjects(inventory, ObjectKind::SubMap, &Inventory::subMaps);
+}
+
+PagedList<MapObjectList_T> allDisplayLinks(const Inventory& inventory) {
+  return mapObjects(inventory, ObjectKind::DisplayLink, &Inventory::displayLinks);
 }
 
 managedElement::ManagedElement_T elementNamed(const Inventory& inventory, const NVSList_T& name) {
-  const auto record = inventory.device(readDeviceId(name));
-  if (!record) {
-    throw noSuchObject(name);
-  }
   managedElement::ManagedElement_T element;
-  const unsigned long code = fillElement(*record, element);
+  const unsigned long code =
+      fillElement(found(inventory.device(readDeviceId(name)), name), element);
   if (code != 0) {
     throw refusalOf(code, name);
   }
@@ -110,11 +149,7 @@ managedElement::ManagedElement_T elementNamed(const Inventory& inventory, const 
 }
 
 topologicalLink::TopologicalLink_T linkNamed(const Inventory& inventory, const NVSList_T& name) {
-  const auto record = inventory.link(readLinkId(name));
-  if (!record) {
-    throw noSuchObject(name);
-  }
-  return linkOf(*record);
+  return linkOf(found(inventory.link(readLinkId(name)), name));
 }
 
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& inventory,
@@ -126,17 +161,28 @@ multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& in
   return subnetworkOf(record);
 }
 
-long existingDeviceId(const Inventory& inventory, const NVSList_T& name) {
-  const long id = readDeviceId(name);
-  if (!inventory.device(id)) {
-    throw noSuchObject(name);
+MapObject_T mapObjectNamed(const Inventory& inventory, const NVSList_T& name) {
+  const ObjectKey key = readKey(name);
+  switch (key.kind) {
+    case ObjectKind::Node:
+      return heldBy(key.parentId, inventory.node(key.id), name);
+    case ObjectKind::SubMap:
+      return heldBy(key.parentId, inventory.subMap(key.id), name);
+    case ObjectKind::DisplayLink:
+      return heldBy(key.parentId, inventory.displayLink(key.id), name);
+    default:
+      throw refusal(globaldefs::EXCPT_INVALID_INPUT,
+                    "expected the name of a node, submap or display link");
   }
-  return id;
+}
+
+long existingDeviceId(const Inventory& inventory, const NVSList_T& name) {
+  return found(inventory.device(readDeviceId(name)), name).id;
 }
 
 NVSList_T subnetworkNameOfElement(const Inventory& inventory, const NVSList_T& name) {
   existingDeviceId(inventory, name);
-  return nameOfSubnetwork(inventory.subnetwork().id);
+  return nmsNameOf(ObjectKey::subnetwork(inventory.subnetwork().id));
 }
 
 }  // namespace zk::agent

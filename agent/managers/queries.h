@@ -20,6 +20,9 @@ PagedList<topologicalLink::TopologicalLinkList_T> allLinks(const Inventory& inve
 PagedList<globaldefs::NamingAttributesList_T> allLinkNames(const Inventory& inventory);
 PagedList<multiLayerSubnetwork::SubnetworkList_T> allSubnetworks(const Inventory& inventory);
 PagedList<globaldefs::NamingAttributesList_T> allSubnetworkNames(const Inventory& inventory);
+PagedList<topologyMap::MapObjectList_T> allNodes(const Inventory& inventory);
+PagedList<topologyMap::MapObjectList_T> allSubMaps(const Inventory& inventory);
+PagedList<topologyMap::MapObjectList_T> allDisplayLinks(const Inventory& inventory);
 
 // One object by the name a client gave. Throw Refusal.
 managedElement::ManagedElement_T elementNamed(const Inventory& inventory,
@@ -28,6 +31,10 @@ topologicalLink::TopologicalLink_T linkNamed(const Inventory& inventory,
                                              const globaldefs::NVSList_T& name);
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& inventory,
                                                              const globaldefs::NVSList_T& name);
+// A node, submap or display link. A parent in the name has to be the object's
+// own.
+topologyMap::MapObject_T mapObjectNamed(const Inventory& inventory,
+                                        const globaldefs::NVSList_T& name);
 
 // The element's id, when there is one of this name. Throws Refusal.
 long existingDeviceId(const Inventory& inventory, const globaldefs::NVSList_T& name);

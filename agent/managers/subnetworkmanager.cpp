@@ -10,19 +10,18 @@ using globaldefs::NamingAttributesIterator_I_out;
 using globaldefs::NamingAttributesList_T_out;
 
 SubnetworkManager::SubnetworkManager(Paging paging, Inventory& inventory)
-    : ManagerServant(inventory, {"getAllManagedElements", "getAllManagedElementNames",
-                                 "getMultiLayerSubnetwork", "getAllTopologicalLinks",
-                                 "getAllTopologicalLinkNames", "getTopologicalLink"}),
-      paging_(std::move(paging)),
-      inventory_(inventory) {}
+    : ManagerServant(
+          std::move(paging), inventory,
+          {"getAllManagedElements", "getAllManagedElementNames", "getMultiLayerSubnetwork",
+           "getAllTopologicalLinks", "getAllTopologicalLinkNames", "getTopologicalLink"}) {}
 
 void SubnetworkManager::getAllManagedElements(const NamingAttributes_T& subnetwork,
                                               CORBA::ULong howMany,
                                               managedElement::ManagedElementList_T_out list,
                                               managedElement::ManagedElementIterator_I_out it) {
-  guarded("getAllManagedElements", [&] {
+  answer("getAllManagedElements", howMany, list, it, [&] {
     subnetworkNamed(inventory_, subnetwork);
-    answerList<ElementIteration>(allElements(inventory_), howMany, paging_, list, it);
+    return allElements(inventory_);
   });
 }
 
@@ -30,15 +29,15 @@ void SubnetworkManager::getAllManagedElementNames(const NamingAttributes_T& subn
                                                   CORBA::ULong howMany,
                                                   NamingAttributesList_T_out list,
                                                   NamingAttributesIterator_I_out it) {
-  guarded("getAllManagedElementNames", [&] {
+  answer("getAllManagedElementNames", howMany, list, it, [&] {
     subnetworkNamed(inventory_, subnetwork);
-    answerList<NameIteration>(allElementNames(inventory_), howMany, paging_, list, it);
+    return allElementNames(inventory_);
   });
 }
 
 void SubnetworkManager::getMultiLayerSubnetwork(
     const NamingAttributes_T& name, multiLayerSubnetwork::MultiLayerSubnetwork_T_out subnetwork) {
-  guarded("getMultiLayerSubnetwork", [&] {
+  refusingFailures("getMultiLayerSubnetwork", [&] {
     subnetwork =
         new multiLayerSubnetwork::MultiLayerSubnetwork_T(subnetworkNamed(inventory_, name));
   });
@@ -48,9 +47,9 @@ void SubnetworkManager::getAllTopologicalLinks(const NamingAttributes_T& subnetw
                                                CORBA::ULong howMany,
                                                topologicalLink::TopologicalLinkList_T_out list,
                                                topologicalLink::TopologicalLinkIterator_I_out it) {
-  guarded("getAllTopologicalLinks", [&] {
+  answer("getAllTopologicalLinks", howMany, list, it, [&] {
     subnetworkNamed(inventory_, subnetwork);
-    answerList<LinkIteration>(allLinks(inventory_), howMany, paging_, list, it);
+    return allLinks(inventory_);
   });
 }
 
@@ -58,35 +57,17 @@ void SubnetworkManager::getAllTopologicalLinkNames(const NamingAttributes_T& sub
                                                    CORBA::ULong howMany,
                                                    NamingAttributesList_T_out list,
                                                    NamingAttributesIterator_I_out it) {
-  guarded("getAllTopologicalLinkNames", [&] {
+  answer("getAllTopologicalLinkNames", howMany, list, it, [&] {
     subnetworkNamed(inventory_, subnetwork);
-    answerList<NameIteration>(allLinkNames(inventory_), howMany, paging_, list, it);
+    return allLinkNames(inventory_);
   });
 }
 
 void SubnetworkManager::getTopologicalLink(const NamingAttributes_T& name,
                                            topologicalLink::TopologicalLink_T_out link) {
-  guarded("getTopologicalLink",
-          [&] { link = new topologicalLink::TopologicalLink_T(linkNamed(inventory_, name)); });
-}
-
-void SubnetworkManager::getAllEdgePointNames(const NamingAttributes_T&,
-                                             const transmissionParameters::LayerRateList_T&,
-                                             CORBA::ULong, NamingAttributesList_T_out,
-                                             NamingAttributesIterator_I_out) {
-  throw notImplemented();
-}
-
-void SubnetworkManager::getAllSubnetworkConnectionNames(
-    const NamingAttributes_T&, const transmissionParameters::LayerRateList_T&, CORBA::ULong,
-    NamingAttributesList_T_out, NamingAttributesIterator_I_out) {
-  throw notImplemented();
-}
-
-void SubnetworkManager::getAllTPPoolNames(const NamingAttributes_T&, CORBA::ULong,
-                                          NamingAttributesList_T_out,
-                                          NamingAttributesIterator_I_out) {
-  throw notImplemented();
+  refusingFailures("getTopologicalLink", [&] {
+    link = new topologicalLink::TopologicalLink_T(linkNamed(inventory_, name));
+  });
 }
 
 }  // namespace zk::agent

@@ -3,8 +3,7 @@
 #ifndef ZK_AGENT_MANAGERS_SUBNETWORKMANAGER_H
 #define ZK_AGENT_MANAGERS_SUBNETWORKMANAGER_H
 
-#include "agent/managers/commonoperations.h"
-#include "agent/managers/iterators.h"
+#include "agent/managers/managerservant.h"
 
 namespace zk::agent {
 
@@ -35,18 +34,20 @@ class SubnetworkManager
   void getAllEdgePointNames(const globaldefs::NamingAttributes_T&,
                             const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                             globaldefs::NamingAttributesList_T_out,
-                            globaldefs::NamingAttributesIterator_I_out) override;
+                            globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getAllSubnetworkConnectionNames(const globaldefs::NamingAttributes_T&,
                                        const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                                        globaldefs::NamingAttributesList_T_out,
-                                       globaldefs::NamingAttributesIterator_I_out) override;
+                                       globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
   void getAllTPPoolNames(const globaldefs::NamingAttributes_T&, CORBA::ULong,
                          globaldefs::NamingAttributesList_T_out,
-                         globaldefs::NamingAttributesIterator_I_out) override;
-
- private:
-  const Paging paging_;
-  const Inventory& inventory_;
+                         globaldefs::NamingAttributesIterator_I_out) override {
+    throw notImplemented();
+  }
 };
 
 }  // namespace zk::agent

@@ -15,7 +15,7 @@ void Heartbeat::step() {
     return;
   }
   const auto now = clock_();
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   std::map<long, State> known;
   known.swap(states_);
   for (const auto& session : sessions_.all()) {
@@ -37,7 +37,7 @@ void Heartbeat::ping(const Session& session) {
 }
 
 bool Heartbeat::note(long session, bool answered) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   const auto found = states_.find(session);
   if (found == states_.end()) {
     return false;

@@ -5,11 +5,10 @@
 
 #include <chrono>
 #include <map>
-#include <mutex>
 
 #include "agent/base/workers.h"
-#include "agent/managers/limits.h"
 #include "agent/sessions/sessions.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -48,9 +47,9 @@ class Heartbeat {
   const PingRules rules_;
   Sessions& sessions_;
   const SteadyClock clock_;
-  std::mutex mutex_;
-  std::map<long, State> states_;  // of the sessions there were at the last step
-  Workers workers_;               // last: its threads use the others
+  Mutex mutex_;
+  std::map<long, State> states_ ZK_GUARDED_BY(mutex_);  // of the sessions at the last step
+  Workers workers_;                                     // last: its threads use the others
 };
 
 }  // namespace zk::agent

@@ -1,5 +1,7 @@
 #include "agent/sessions/nmscalls.h"
 
+#include <thread>
+
 #include "agent/base/log.h"
 #include "agent/orb/orb.h"
 
@@ -51,6 +53,17 @@ void NmsCalls::lossOccurred(const std::string& startTime, const std::string& not
 
 void NmsCalls::lossCleared(const std::string& endTime) {
   reaches("that the loss of events is over", [&] { client_->eventLossCleared(endTime.c_str()); });
+}
+
+void endSessionsOf(const std::vector<nmsSession::NmsSession_I_var>& clients) {
+  std::vector<std::thread> calls;
+  calls.reserve(clients.size());
+  for (const nmsSession::NmsSession_I_var& client : clients) {
+    calls.emplace_back([&client] { NmsCalls(client.in(), FAREWELL_LIMIT).endSession(); });
+  }
+  for (std::thread& call : calls) {
+    call.join();
+  }
 }
 
 }  // namespace zk::agent

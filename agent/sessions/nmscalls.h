@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "agent/channel/losses.h"
 #include "zk_quornex/idl/sessions.h"
@@ -26,6 +27,13 @@ class NmsCalls : public LossListener {
  private:
   const nmsSession::NmsSession_I_var client_;
 };
+
+// How long an NMS may take to hear that its session is over.
+inline constexpr std::chrono::milliseconds FAREWELL_LIMIT{2000};
+
+// Tells every client that its session is over, all at once, each for no longer
+// than FAREWELL_LIMIT. Whoever cannot be reached is passed over.
+void endSessionsOf(const std::vector<nmsSession::NmsSession_I_var>& clients);
 
 }  // namespace zk::agent
 

@@ -9,26 +9,26 @@ namespace zk::agent {
 
 namespace {
 
-constexpr std::chrono::milliseconds lossCallLimit{5000};
+constexpr std::chrono::milliseconds LOSS_CALL_LIMIT{5000};
 
-Paging pagingOf(const std::shared_ptr<ServantHome>& servants, const Limits& limits,
+Paging pagingOf(const std::shared_ptr<ServantHome>& servants, const ListLimits& limits,
                 const SteadyClock& clock) {
   return {std::make_shared<OpenIterators>(servants, limits, clock), limits.page};
 }
 
-std::string describe(const Session& session) {
+std::string titleOf(const Session& session) {
   return "session " + std::to_string(session.id) + " of '" + printable(session.user.c_str()) + "'";
 }
 
 void close(Session& session, const std::string& why) {
   session.close();
-  logCourse(describe(session) + " ended: " + why);
+  logCourse(titleOf(session) + " ended: " + why);
 }
 
 }  // namespace
 
 Session::Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
-                 PortableServer::POA_ptr poa, const Limits& limits, const SteadyClock& clock)
+                 PortableServer::POA_ptr poa, const ListLimits& limits, const SteadyClock& clock)
     : id(number),
       user(std::move(userName)),
       client(nmsSession::NmsSession_I::_duplicate(nms)),
@@ -36,12 +36,12 @@ Session::Session(long number, std::string userName, nmsSession::NmsSession_I_ptr
       paging(pagingOf(servants, limits, clock)) {}
 
 std::shared_ptr<SessionChannel> Session::channel(EventService& events) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   if (closed_) {
     throw CORBA::OBJECT_NOT_EXIST();
   }
   if (!channel_) {
-    channel_ = events.open(id, servants, std::make_shared<NmsCalls>(client.in(), lossCallLimit));
+    channel_ = events.open(id, servants, std::make_shared<NmsCalls>(client.in(), LOSS_CALL_LIMIT));
   }
   return channel_;
 }
@@ -49,7 +49,7 @@ std::shared_ptr<SessionChannel> Session::channel(EventService& events) {
 void Session::close() {
   std::shared_ptr<SessionChannel> closing;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     closed_ = true;
     closing.swap(channel_);
   }
@@ -59,12 +59,12 @@ void Session::close() {
   servants->closeAll();
 }
 
-Sessions::Sessions(PortableServer::POA_ptr poa, const Limits& limits, SteadyClock clock)
+Sessions::Sessions(PortableServer::POA_ptr poa, const SessionLimits& limits, SteadyClock clock)
     : poa_(PortableServer::POA::_duplicate(poa)), limits_(limits), clock_(std::move(clock)) {}
 
 std::shared_ptr<Session> Sessions::begin(const std::string& user,
                                          nmsSession::NmsSession_I_ptr client) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   if (stopping_) {
     throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent is stopping");
   }
@@ -75,14 +75,14 @@ std::shared_ptr<Session> Sessions::begin(const std::string& user,
   }
   auto session = std::make_shared<Session>(++lastId_, user, client, poa_.in(), limits_, clock_);
   sessions_.emplace(session->id, session);
-  logCourse(describe(*session) + " began");
+  logCourse(titleOf(*session) + " began");
   return session;
 }
 
 nmsSession::NmsSession_I_var Sessions::end(long id, const std::string& why) {
   std::map<long, std::shared_ptr<Session>>::node_type ending;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     ending = sessions_.extract(id);
   }
   if (ending.empty()) {
@@ -95,7 +95,7 @@ nmsSession::NmsSession_I_var Sessions::end(long id, const std::string& why) {
 std::vector<nmsSession::NmsSession_I_var> Sessions::endAll(const std::string& why) {
   std::map<long, std::shared_ptr<Session>> ending;
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock lock(mutex_);
     stopping_ = true;
     ending.swap(sessions_);
   }
@@ -112,7 +112,7 @@ std::size_t Sessions::reapIterators() {
   for (const auto& session : all()) {
     const std::size_t count = session->paging.iterators->reap();
     if (count != 0) {
-      logCourse(describe(*session) + ": " + std::to_string(count) + " idle iterators destroyed");
+      logCourse(titleOf(*session) + ": " + std::to_string(count) + " idle iterators destroyed");
     }
     reaped += count;
   }
@@ -120,17 +120,17 @@ std::size_t Sessions::reapIterators() {
 }
 
 std::size_t Sessions::count() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   return sessions_.size();
 }
 
 bool Sessions::isAlive(long id) const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   return sessions_.count(id) != 0;
 }
 
 std::vector<std::shared_ptr<Session>> Sessions::all() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   std::vector<std::shared_ptr<Session>> result;
   for (const auto& [id, session] : sessions_) {
     result.push_back(session);

@@ -6,26 +6,31 @@
 #include <cstddef>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "agent/managers/iterators.h"
-#include "agent/managers/limits.h"
 #include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/sessions.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
 class EventService;
 class SessionChannel;
 
+// What bounds the clients' use of the agent.
+struct SessionLimits : ListLimits {
+  // Sessions at a time; a further login is refused.
+  std::size_t sessions = 64;
+};
+
 // One session's part of the agent. Its servants share it; it is closed once and
 // for all when the session ends.
 class Session {
  public:
   Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
-          PortableServer::POA_ptr poa, const Limits& limits, const SteadyClock& clock);
+          PortableServer::POA_ptr poa, const ListLimits& limits, const SteadyClock& clock);
 
   const long id;  // never used twice
   const std::string user;
@@ -41,14 +46,14 @@ class Session {
   void close();
 
  private:
-  std::mutex mutex_;  // guards the rest
-  std::shared_ptr<SessionChannel> channel_;
-  bool closed_ = false;
+  Mutex mutex_;
+  std::shared_ptr<SessionChannel> channel_ ZK_GUARDED_BY(mutex_);
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 class Sessions {
  public:
-  Sessions(PortableServer::POA_ptr poa, const Limits& limits, SteadyClock clock);
+  Sessions(PortableServer::POA_ptr poa, const SessionLimits& limits, SteadyClock clock);
 
   // Begins a session. Throws Refusal, capacity exceeded, when there are as many
   // as there may be or the agent is stopping.
@@ -74,12 +79,12 @@ class Sessions {
 
  private:
   const PortableServer::POA_var poa_;
-  const Limits limits_;
+  const SessionLimits limits_;
   const SteadyClock clock_;
-  mutable std::mutex mutex_;  // never held while a session is closed
-  std::map<long, std::shared_ptr<Session>> sessions_;
-  long lastId_ = 0;
-  bool stopping_ = false;
+  mutable Mutex mutex_;  // never held while a session is closed
+  std::map<long, std::shared_ptr<Session>> sessions_ ZK_GUARDED_BY(mutex_);
+  long lastId_ ZK_GUARDED_BY(mutex_) = 0;
+  bool stopping_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::agent

@@ -19,7 +19,7 @@ namespace zk::agent {
 
 namespace {
 
-constexpr const char* hashPrefix = "$argon2id$";
+constexpr const char* HASH_PREFIX = "$argon2id$";
 
 void startSodium() {
   if (sodium_init() < 0) {
@@ -51,7 +51,7 @@ void addEntry(UserTable& users, const std::string& line, const std::string& wher
     throw UsersError(where + ": not an entry of the form name:hash");
   }
   const std::string hash = line.substr(colon + 1);
-  if (hash.rfind(hashPrefix, 0) != 0 || hash.size() >= crypto_pwhash_STRBYTES) {
+  if (hash.rfind(HASH_PREFIX, 0) != 0 || hash.size() >= crypto_pwhash_STRBYTES) {
     throw UsersError(where + ": not a password hash made by 'zk-agent passwd'");
   }
   if (!users.emplace(line.substr(0, colon), hash).second) {
@@ -108,7 +108,7 @@ UsersOfFile::UsersOfFile(std::string path) : path_(std::move(path)) {
 }
 
 bool UsersOfFile::mayLogIn(const std::string& user, const std::string& password) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock lock(mutex_);
   UserTable users;
   try {
     users = readUsers(path_);

@@ -4,9 +4,10 @@
 #define ZK_AGENT_SESSIONS_USERS_H
 
 #include <map>
-#include <mutex>
 #include <stdexcept>
 #include <string>
+
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -55,7 +56,7 @@ class UsersOfFile : public Users {
   std::string nobodysHash_;  // what a password of an unknown user is compared with
   // Held during a comparison: one takes 64 MiB, and many logins at once must
   // not multiply that.
-  std::mutex mutex_;
+  Mutex mutex_;
 };
 
 }  // namespace zk::agent

@@ -1,6 +1,7 @@
 #include "agent/tmf/alarmevent.h"
 
-#include "agent/tmf/internalnames.h"
+#include "agent/tmf/names.h"
+#include "agent/tmf/objectkinds.h"
 #include "zk_quornex/platform/config.h"
 #include "zk_quornex/platform/default/clock.h"
 #include "zk_quornex/platform/events.h"
@@ -40,13 +41,9 @@ class Properties {
 
 bool isAboutTheEms(const AlarmRecord& alarm) { return alarm.deviceId == 0; }
 
-ObjectRecord objectOf(const AlarmRecord& alarm) {
-  if (isAboutTheEms(alarm)) {
-    return EmsRecord();
-  }
-  DeviceRecord device;
-  device.id = alarm.deviceId;
-  return device;
+ObjectKey objectOf(const AlarmRecord& alarm) {
+  return isAboutTheEms(alarm) ? ObjectKey::ems()
+                              : ObjectKey::device(static_cast<unsigned long>(alarm.deviceId));
 }
 
 void addObject(Properties& properties, const AlarmRecord& alarm, const std::string& nativeName) {
@@ -82,7 +79,7 @@ CosNotification::StructuredEvent alarmEvent(const AlarmRecord& alarm, const std:
   properties.addText("emsTime", times.ems);
   properties.addText("neTime", times.ne);
   addCondition(properties, alarm);
-  properties.addText("objectTypeQualifier", isAboutTheEms(alarm) ? "EMS" : "ManagedElement");
+  properties.addText("objectTypeQualifier", pairNameOf(objectOf(alarm).kind));
   return event;
 }
 

@@ -1,9 +1,9 @@
 #include "agent/tmf/changenotifier.h"
 
 #include "agent/tmf/alarmevent.h"
-#include "agent/tmf/internalnames.h"
-#include "agent/tmf/mapobjects.h"
-#include "agent/tmf/records.h"
+#include "agent/tmf/names.h"
+#include "agent/tmf/nmsrecords.h"
+#include "agent/tmf/objectkinds.h"
 #include "zk_quornex/notify/notification.h"
 #include "zk_quornex/platform/events.h"
 #include "zk_quornex/platform/timechange.h"
@@ -42,18 +42,6 @@ struct BodyOf {
   }
 };
 
-const char* nameOfAttribute(Attribute attribute) {
-  switch (attribute) {
-    case Attribute::UserLabel:
-      return "userLabel";
-    case Attribute::Owner:
-      return "owner";
-    case Attribute::NativeName:
-      break;
-  }
-  return "nativeEMSName";
-}
-
 notifications::NVList_T oneAttribute(const char* name, const std::string& value) {
   notifications::NVList_T list;
   list.length(1);
@@ -66,17 +54,17 @@ notifications::NVList_T oneAttribute(const char* name, const std::string& value)
 
 void ChangeNotifier::created(const ObjectRecord& object) {
   CORBA::Any body = std::visit(BodyOf(), object);
-  TANotification::OnObjectCreated(internalNameOf(object).get(), EDGE_POINT_RELATED, body);
+  TANotification::OnObjectCreated(internalNameOf(keyOf(object)).get(), EDGE_POINT_RELATED, body);
 }
 
 void ChangeNotifier::removed(const ObjectRecord& object) {
-  TANotification::OnObjectDeleted(internalNameOf(object).get(), EDGE_POINT_RELATED);
+  TANotification::OnObjectDeleted(internalNameOf(keyOf(object)).get(), EDGE_POINT_RELATED);
 }
 
 void ChangeNotifier::attributeChanged(const AttributeChange& change) {
   if (change.origin == Origin::Ems) {
-    TANotification::OnObjectAVC(internalNameOf(change.record).get(),
-                                oneAttribute(nameOfAttribute(change.attribute), change.after),
+    TANotification::OnObjectAVC(internalNameOf(keyOf(change.record)).get(),
+                                oneAttribute(nameOfLabel(change.attribute), change.after),
                                 EDGE_POINT_RELATED);
   }
 }

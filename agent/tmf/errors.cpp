@@ -22,7 +22,7 @@ struct Meaning {
   const char* reason;
 };
 
-constexpr std::array<Meaning, 18> meanings = {{
+constexpr std::array<Meaning, 18> MEANINGS = {{
     {RESULT_NO_INTERFACE, globaldefs::EXCPT_INTERNAL_ERROR, "a service of the agent is missing"},
     {RESULT_NOT_SUPPORTED, globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
     {RESULT_NO_OBJECT_TYPE, globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
@@ -50,9 +50,9 @@ constexpr std::array<Meaning, 18> meanings = {{
 }};
 
 const Meaning* meaningOf(unsigned long code) {
-  const auto* const found = std::find_if(meanings.begin(), meanings.end(),
+  const auto* const found = std::find_if(MEANINGS.begin(), MEANINGS.end(),
                                          [code](const Meaning& row) { return row.code == code; });
-  return found != meanings.end() ? found : nullptr;
+  return found != MEANINGS.end() ? found : nullptr;
 }
 
 std::string hexadecimal(unsigned long code) {
@@ -87,10 +87,14 @@ std::string reasonOf(unsigned long code) {
 }
 
 Refusal refusalOf(unsigned long code, const globaldefs::NVSList_T& name) {
-  return refusal(exceptionTypeOf(code), reasonOf(code) + ": " + describe(name));
+  return refusalOf(code, printableName(name));
 }
 
-std::string describe(const globaldefs::NVSList_T& name) {
+Refusal refusalOf(unsigned long code, const std::string& about) {
+  return refusal(exceptionTypeOf(code), reasonOf(code) + ": " + about);
+}
+
+std::string printableName(const globaldefs::NVSList_T& name) {
   if (name.length() == 0) {
     return "(empty name)";
   }

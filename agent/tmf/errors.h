@@ -26,20 +26,23 @@ globaldefs::ExceptionType_T exceptionTypeOf(unsigned long code);
 // What a result code means, in words, or the code itself.
 std::string reasonOf(unsigned long code);
 
-// The refusal for a code that an operation on this name returned.
+// The refusal for a code that an operation on this object returned; about says
+// which, as the name or in words.
 Refusal refusalOf(unsigned long code, const globaldefs::NVSList_T& name);
+Refusal refusalOf(unsigned long code, const std::string& about);
 
 // The name as one printable line for reasons and logs: EMS=Quor/1,
 // ManagedElement=7. Long names are cut.
-std::string describe(const globaldefs::NVSList_T& name);
+std::string printableName(const globaldefs::NVSList_T& name);
 
 // Logs what went wrong and gives the refusal that the client sees instead: the
 // details of the EMS's store are not its business.
 Refusal internalError(const char* operation, const std::exception& failure);
 
-// Runs a servant's operation so that nothing but CORBA exceptions leaves it.
+// Runs a servant's operation; a failure that is no CORBA exception becomes a
+// refusal, so that nothing else leaves the servant.
 template <class Body>
-auto guarded(const char* operation, Body body) -> decltype(body()) {
+auto refusingFailures(const char* operation, Body body) -> decltype(body()) {
   try {
     return body();
   } catch (const CORBA::Exception&) {

@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "tests/agent/ems/support.h"
+#include "tests/agent/support/localagent.h"
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"
 #include "tests/platform/waiting.h"
@@ -16,22 +15,6 @@ using namespace zk::agent;
 using zk::test::nameOf;
 using zk::test::refusalBy;
 using Lines = std::vector<std::string>;
-
-class FixedLogins : public Logins {
- public:
-  std::vector<Login> all() override { return logins; }
-  bool end(long session) override {
-    const auto found = std::find_if(logins.begin(), logins.end(),
-                                    [&](const Login& login) { return login.session == session; });
-    if (found == logins.end()) {
-      return false;
-    }
-    logins.erase(found);
-    return true;
-  }
-
-  std::vector<Login> logins = {{3, "first"}, {5, ""}};
-};
 
 class EmsAdmin : public testing::Test {
  protected:
@@ -47,11 +30,11 @@ class EmsAdmin : public testing::Test {
 
   // Submaps "/", "1" and, a site each, "2" and "3"; nodes "4" to "7" of the
   // devices 1 to 4.
-  const std::unique_ptr<Inventory> inventory = Inventory::open(":memory:", {4, 2});
+  zk::test::LocalAgent agent{{}, {4, 2}};
+  Inventory* const inventory = agent.inventory.get();
   zk::test::RecordedChanges changes;
   Traffic traffic{*inventory, {}};
-  FixedLogins logins;
-  EmsAdminServant* const admin = new EmsAdminServant(*inventory, traffic, logins);
+  EmsAdminServant* const admin = new EmsAdminServant(*inventory, traffic, agent.sessions);
   const PortableServer::ServantBase_var owner{admin};
 };
 
@@ -60,15 +43,21 @@ TEST_F(EmsAdmin, hasAnIdOfItsOwn) {
 }
 
 TEST_F(EmsAdmin, listsAndEndsSessions) {
+  const emsSession::EmsSession_I_var first = agent.logIn("first");
+  const emsSession::EmsSession_I_var second = agent.logIn();
   emsAdmin::NmsLoginList_T_var list = admin->getLogins();
   ASSERT_EQ(list->length(), 2U);
-  EXPECT_EQ(list[0U].sessionId, 3);
+  EXPECT_EQ(list[0U].sessionId, 1);
   EXPECT_STREQ(list[0U].user, "first");
-  admin->endLogin(3);
+  EXPECT_EQ(list[1U].sessionId, 2);
+  EXPECT_STREQ(list[1U].user, "");
+  admin->endLogin(1);
+  EXPECT_EQ(agent.nms->ends, 1);
+  EXPECT_TRUE(zk::test::isGone([&] { first->ping(); }));
   list = admin->getLogins();
   ASSERT_EQ(list->length(), 1U);
-  EXPECT_EQ(list[0U].sessionId, 5);
-  EXPECT_EQ(refusalBy([&] { admin->endLogin(3); }), "ENTITY_NOT_FOUND: there is no session 3");
+  EXPECT_EQ(list[0U].sessionId, 2);
+  EXPECT_EQ(refusalBy([&] { admin->endLogin(1); }), "ENTITY_NOT_FOUND: there is no session 1");
 }
 
 TEST_F(EmsAdmin, createsRenamesAndRemovesADevice) {

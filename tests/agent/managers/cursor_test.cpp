@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "agent/base/sequences.h"
 #include "agent/managers/pagedlist.h"
 #include "tests/agent/support/names.h"
 
@@ -17,7 +18,7 @@ PagedList<List> numbered(std::size_t length, const std::set<std::size_t>& gone =
   return {length, [gone](std::size_t from, std::size_t count, List& out) {
             for (std::size_t i = from; i < from + count; ++i) {
               if (gone.count(i) == 0) {
-                appendEntry(out, zk::test::nameOf({{"N", std::to_string(i)}}));
+                append(out, zk::test::nameOf({{"N", std::to_string(i)}}));
               }
             }
           }};

@@ -23,8 +23,8 @@ using zk::test::refusalBy;
 
 constexpr int devices = 25;
 
-zk::agent::Limits limits() {
-  zk::agent::Limits result;
+zk::agent::SessionLimits limits() {
+  zk::agent::SessionLimits result;
   result.iterators = 2;
   result.iteratorIdle = std::chrono::seconds(60);
   result.page = 10;
@@ -50,7 +50,7 @@ class Iterators : public testing::Test {
 };
 
 TEST(IteratorsOfOtherAgents, answerAllAtOnceWithoutOne) {
-  zk::agent::Limits wide;
+  zk::agent::SessionLimits wide;
   wide.page = 100;
   LocalAgent other(wide, {devices, 2});
   const auto elements = other.manager<ManagedElementMgr_I>("ManagedElement");

@@ -1,4 +1,4 @@
-#include "agent/sessions/factoryservant.h"
+#include "agent/sessions/sessionservants.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ TEST(Factory, refusesWrongUsersAndPasswordsAlike) {
 }
 
 TEST(Factory, refusesSessionsBeyondTheLimitUntilOneEnds) {
-  zk::agent::Limits limits;
+  zk::agent::SessionLimits limits;
   limits.sessions = 2;
   LocalAgent agent(limits);
   const auto first = agent.logIn();

@@ -1,4 +1,4 @@
-#include "agent/sessions/sessionservant.h"
+#include "agent/sessions/sessionservants.h"
 
 #include <gtest/gtest.h>
 

@@ -12,8 +12,8 @@
 #include "agent/channel/eventservice.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
-#include "agent/sessions/factoryservant.h"
 #include "agent/sessions/sessions.h"
+#include "agent/sessions/sessionservants.h"
 #include "agent/sessions/users.h"
 #include "zk_quornex/idl/managers.h"
 #include "zk_quornex/idl/sessions.h"
@@ -46,7 +46,7 @@ class FixedUsers : public zk::agent::Users {
 
 class LocalAgent {
  public:
-  explicit LocalAgent(zk::agent::Limits limits = {}, zk::agent::SeedOptions seed = {})
+  explicit LocalAgent(zk::agent::SessionLimits limits = {}, zk::agent::SeedOptions seed = {})
       : inventory(zk::agent::Inventory::open(":memory:", seed)),
         backend_(*inventory),
         root_(rootAdapter()),

@@ -68,35 +68,37 @@ TEST(Errors, giveNoReasonForWhatIsNotOffered) {
   EXPECT_EQ(refusalBy([] { throw notImplemented(); }), "NOT_IMPLEMENTED: ");
 }
 
-TEST(Errors, describeAnEmptyName) { EXPECT_EQ(describe(nameOf({})), "(empty name)"); }
+TEST(Errors, describeAnEmptyName) { EXPECT_EQ(printableName(nameOf({})), "(empty name)"); }
 
 TEST(Errors, keepControlCharactersOfANameOut) {
-  EXPECT_EQ(describe(nameOf({{"EMS", "a\nb\x7f"}})), "EMS=a?b?");
+  EXPECT_EQ(printableName(nameOf({{"EMS", "a\nb\x7f"}})), "EMS=a?b?");
 }
 
 TEST(Errors, cutLongNames) {
-  EXPECT_EQ(describe(nameOf({{"EMS", std::string(1000, 'x')}})),
+  EXPECT_EQ(printableName(nameOf({{"EMS", std::string(1000, 'x')}})),
             "EMS=" + std::string(196, 'x') + "...");
   const std::vector<std::pair<std::string, std::string>> pairs(9, {"a", "b"});
-  EXPECT_EQ(describe(nameOf(pairs)), "a=b, a=b, a=b, a=b, a=b, a=b, a=b, a=b, ...");
+  EXPECT_EQ(printableName(nameOf(pairs)), "a=b, a=b, a=b, a=b, a=b, a=b, a=b, a=b, ...");
 }
 
 TEST(Errors, hideFailuresOfTheStoreFromTheClient) {
-  const std::string answer = refusalBy(
-      [] { guarded("getEMS", [] { throw std::runtime_error("/var/secret.db is locked"); }); });
+  const std::string answer = refusalBy([] {
+    refusingFailures("getEMS", [] { throw std::runtime_error("/var/secret.db is locked"); });
+  });
   EXPECT_EQ(answer, "INTERNAL_ERROR: the EMS cannot answer at present; its log says why");
 }
 
 TEST(Errors, letRefusalsAndSystemExceptionsThrough) {
   EXPECT_EQ(refusalBy([] {
-              guarded("x", [] { throw refusal(globaldefs::EXCPT_INVALID_INPUT, "why"); });
+              refusingFailures("x", [] { throw refusal(globaldefs::EXCPT_INVALID_INPUT, "why"); });
             }),
             "INVALID_INPUT: why");
-  EXPECT_THROW(guarded("x", [] { throw CORBA::OBJECT_NOT_EXIST(); }), CORBA::OBJECT_NOT_EXIST);
+  EXPECT_THROW(refusingFailures("x", [] { throw CORBA::OBJECT_NOT_EXIST(); }),
+               CORBA::OBJECT_NOT_EXIST);
 }
 
 TEST(Errors, handTheResultThrough) {
-  EXPECT_EQ(guarded("x", [] { return 7; }), 7);
+  EXPECT_EQ(refusingFailures("x", [] { return 7; }), 7);
 }
 
 }  // namespace

@@ -1,20 +1,42 @@
-// EmsSession_I: the EMS's half of one NMS session. Safe on any thread.
-#ifndef ZK_AGENT_SESSIONS_SESSIONSERVANT_H
-#define ZK_AGENT_SESSIONS_SESSIONSERVANT_H
+// What an NMS logs in at, and the EMS's half of its session. Safe on any thread.
+#ifndef ZK_AGENT_SESSIONS_SESSIONSERVANTS_H
+#define ZK_AGENT_SESSIONS_SESSIONSERVANTS_H
 
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 
 #include "agent/ems/inventory.h"
 #include "agent/sessions/sessions.h"
+#include "agent/sessions/users.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/managers.h"
 #include "zk_quornex/idl/sessions.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
+// EmsSessionFactory_I.
+class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I,
+                       public virtual PortableServer::RefCountServantBase {
+ public:
+  // All but version must outlive the servant.
+  FactoryServant(Users& users, Sessions& sessions, Inventory& inventory, EventService& events,
+                 std::string version);
+
+  char* getVersion() override;
+  void getEmsSession(const char* user, const char* password, nmsSession::NmsSession_I_ptr client,
+                     emsSession::EmsSession_I_out emsSessionInterface) override;
+
+ private:
+  Users& users_;
+  Sessions& sessions_;
+  Inventory& inventory_;
+  EventService& events_;
+  const std::string version_;
+};
+
+// EmsSession_I of one session.
 class SessionServant : public virtual POA_emsSession::EmsSession_I,
                        public virtual PortableServer::RefCountServantBase {
  public:
@@ -37,8 +59,8 @@ class SessionServant : public virtual POA_emsSession::EmsSession_I,
   Sessions& sessions_;
   Inventory& inventory_;
   EventService& events_;
-  std::mutex mutex_;
-  std::map<std::string, common::Common_I_var> managers_;
+  Mutex mutex_;
+  std::map<std::string, common::Common_I_var> managers_ ZK_GUARDED_BY(mutex_);
 };
 
 }  // namespace zk::agent

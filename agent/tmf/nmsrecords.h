@@ -1,9 +1,10 @@
-// From the embedded EMS's records to those the NMS is answered with. No state;
-// any thread may call.
-#ifndef ZK_AGENT_TMF_RECORDS_H
-#define ZK_AGENT_TMF_RECORDS_H
+// From the embedded EMS's records to those that the NMS is told. No state; any
+// thread may call. All but fillElement throw Refusal, internal error, for an
+// object that cannot be named.
+#ifndef ZK_AGENT_TMF_NMSRECORDS_H
+#define ZK_AGENT_TMF_NMSRECORDS_H
 
-#include "agent/ems/inventory.h"
+#include "agent/ems/records.h"
 #include "zk_quornex/idl/managers.h"
 
 namespace zk::agent {
@@ -19,6 +20,13 @@ unsigned long fillElement(const DeviceRecord& record, managedElement::ManagedEle
 
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord& record);
 topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record);
+
+topologyMap::MapObject_T mapObjectOf(const NodeRecord& node);
+topologyMap::MapObject_T mapObjectOf(const SubMapRecord& subMap);
+topologyMap::MapObject_T mapObjectOf(const DisplayLinkRecord& displayLink);
+// It has no labels; "topologicalLink" in its additionalInfo is the id of the
+// link over it.
+topologyMap::MapObject_T mapObjectOf(const PhysicalLinkRecord& physicalLink);
 
 }  // namespace zk::agent
 

@@ -1,12 +1,13 @@
-// The operations that every manager offers: labels, owners and native names of
-// any object, and the manager's capabilities. Safe on any thread.
-#ifndef ZK_AGENT_MANAGERS_COMMONOPERATIONS_H
-#define ZK_AGENT_MANAGERS_COMMONOPERATIONS_H
+// What every manager is made of: labels, owners and native names of any object,
+// its capabilities, its lists. Safe on any thread.
+#ifndef ZK_AGENT_MANAGERS_MANAGERSERVANT_H
+#define ZK_AGENT_MANAGERS_MANAGERSERVANT_H
 
-#include <string>
+#include <utility>
 #include <vector>
 
 #include "agent/ems/inventory.h"
+#include "agent/managers/iterators.h"
 #include "zk_quornex/idl/managers.h"
 #include "zk_quornex/idl/names.h"
 
@@ -37,8 +38,12 @@ common::CapabilityList_T capabilitiesOf(const OperationNames& operations);
 template <class Skeleton>
 class ManagerServant : public virtual Skeleton, public virtual PortableServer::RefCountServantBase {
  public:
-  ManagerServant(Inventory& inventory, OperationNames operations)
-      : common_(inventory), operations_(std::move(operations)) {}
+  // inventory as above.
+  ManagerServant(Paging paging, Inventory& inventory, OperationNames operations)
+      : inventory_(inventory),
+        common_(inventory),
+        paging_(std::move(paging)),
+        operations_(std::move(operations)) {}
 
   void setNativeEMSName(const globaldefs::NamingAttributes_T& name, const char* text) override {
     common_.setNativeName(name, text);
@@ -53,21 +58,26 @@ class ManagerServant : public virtual Skeleton, public virtual PortableServer::R
   void getCapabilities(common::CapabilityList_T_out capabilities) override {
     capabilities = new common::CapabilityList_T(capabilitiesOf(operations_));
   }
-  void setAdditionalInfo(const globaldefs::NamingAttributes_T&, globaldefs::NVSList_T&) override;
+  // The EMS keeps no additional information.
+  void setAdditionalInfo(const globaldefs::NamingAttributes_T&, globaldefs::NVSList_T&) override {
+    throw notImplemented();
+  }
+
+ protected:
+  // Answers a list operation with what makeList gives.
+  template <class ListOut, class IteratorOut, class MakeList>
+  void answer(const char* operation, CORBA::ULong howMany, ListOut list, IteratorOut iterator,
+              MakeList makeList) const {
+    refusingFailures(operation, [&] { answerList(makeList(), howMany, paging_, list, iterator); });
+  }
+
+  const Inventory& inventory_;
 
  private:
   const CommonOperations common_;
+  const Paging paging_;
   const OperationNames operations_;
 };
-
-// Refuses: the EMS keeps no additional information.
-void refuseAdditionalInfo();
-
-template <class Skeleton>
-void ManagerServant<Skeleton>::setAdditionalInfo(const globaldefs::NamingAttributes_T&,
-                                                 globaldefs::NVSList_T&) {
-  refuseAdditionalInfo();
-}
 
 }  // namespace zk::agent
 

@@ -1,7 +1,8 @@
-#include "agent/tmf/records.h"
+#include "agent/tmf/nmsrecords.h"
 
+#include "agent/base/sequences.h"
 #include "agent/tmf/errors.h"
-#include "agent/tmf/objectnames.h"
+#include "agent/tmf/names.h"
 #include "zk_quornex/mo/moadapter.h"
 
 namespace zk::agent {
@@ -20,6 +21,13 @@ void setLabels(Record& record, const Labels& labels) {
   record.userLabel = CORBA::string_dup(labels.userLabel.c_str());
   record.nativeEMSName = CORBA::string_dup(labels.nativeName.c_str());
   record.owner = CORBA::string_dup(labels.owner.c_str());
+}
+
+topologyMap::MapObject_T labelled(const ObjectKey& key, const Labels& labels) {
+  topologyMap::MapObject_T result;
+  result.name = nmsNameOf(key);
+  setLabels(result, labels);
+  return result;
 }
 
 }  // namespace
@@ -47,7 +55,7 @@ unsigned long fillElement(const DeviceRecord& record, managedElement::ManagedEle
 
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord& record) {
   multiLayerSubnetwork::MultiLayerSubnetwork_T subnetwork;
-  subnetwork.name = nameOfSubnetwork(record.id);
+  subnetwork.name = nmsNameOf(ObjectKey::subnetwork(record.id));
   setLabels(subnetwork, record);
   subnetwork.subnetworkType = static_cast<multiLayerSubnetwork::Topology_T>(record.topology);
   return subnetwork;
@@ -55,13 +63,37 @@ multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord
 
 topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record) {
   topologicalLink::TopologicalLink_T link;
-  link.name = nameOfLink(record.id);
+  link.name = nmsNameOf(ObjectKey::link(record.id));
   setLabels(link, record);
   link.direction = record.direction == 0 ? globaldefs::CD_UNI : globaldefs::CD_BI;
   link.rate = record.rate;
-  link.aEndTP = nameOfPort(record.aEnd);
-  link.zEndTP = nameOfPort(record.zEnd);
+  link.aEndTP = nmsNameOf(record.aEnd);
+  link.zEndTP = nmsNameOf(record.zEnd);
   return link;
+}
+
+topologyMap::MapObject_T mapObjectOf(const NodeRecord& node) {
+  topologyMap::MapObject_T result = labelled({ObjectKind::Node, node.id, node.parentId}, node);
+  appendPair(result.additionalInfo, "managedElement", std::to_string(node.deviceId));
+  return result;
+}
+
+topologyMap::MapObject_T mapObjectOf(const SubMapRecord& subMap) {
+  return labelled({ObjectKind::SubMap, subMap.id, subMap.parentId}, subMap);
+}
+
+topologyMap::MapObject_T mapObjectOf(const DisplayLinkRecord& displayLink) {
+  topologyMap::MapObject_T result =
+      labelled({ObjectKind::DisplayLink, displayLink.id, displayLink.parentId}, displayLink);
+  appendPair(result.additionalInfo, "aEnd", displayLink.aEndId);
+  appendPair(result.additionalInfo, "zEnd", displayLink.zEndId);
+  return result;
+}
+
+topologyMap::MapObject_T mapObjectOf(const PhysicalLinkRecord& physicalLink) {
+  topologyMap::MapObject_T result = labelled({ObjectKind::PhysicalLink, physicalLink.id, {}}, {});
+  appendPair(result.additionalInfo, "topologicalLink", physicalLink.linkId);
+  return result;
 }
 
 }  // namespace zk::agent

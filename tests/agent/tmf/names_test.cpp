@@ -1,4 +1,4 @@
-#include "agent/tmf/objectnames.h"
+#include "agent/tmf/names.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ struct Accepted {
 const Accepted accepted[] = {
     {"1", 1}, {"7", 7}, {" 12 ", 12}, {"007", 7}, {"2147483647", 2147483647}};
 
-TEST(ObjectNames, readElementIdentifiers) {
+TEST(Names, readElementIdentifiers) {
   for (const Accepted& row : accepted) {
     EXPECT_EQ(readDeviceId(named("ManagedElement", row.text)), row.id) << row.text;
   }
@@ -31,7 +31,7 @@ TEST(ObjectNames, readElementIdentifiers) {
 
 // Identifiers that are well formed and that no element can have: the library
 // would read the larger ones as another element's.
-TEST(ObjectNames, findNoElementUnderIdentifiersThatTheLibraryCuts) {
+TEST(Names, findNoElementUnderIdentifiersThatTheLibraryCuts) {
   for (const char* text : {"0", "00", "2147483648", "4294967295", "4294967296", "4294967303",
                            "99999999999", "18446744073709551623", "99999999999999999999999999"}) {
     EXPECT_EQ(refusalTypeBy([&] { readDeviceId(named("ManagedElement", text)); }),
@@ -40,14 +40,14 @@ TEST(ObjectNames, findNoElementUnderIdentifiersThatTheLibraryCuts) {
   }
 }
 
-TEST(ObjectNames, refuseIdentifiersThatAreNoNumber) {
+TEST(Names, refuseIdentifiersThatAreNoNumber) {
   for (const char* text : {"", " ", "12a", "-1", "+1", "0x7", "1 2", "7\n8"}) {
     EXPECT_EQ(refusalTypeBy([&] { readDeviceId(named("ManagedElement", text)); }), "INVALID_INPUT")
         << text;
   }
 }
 
-TEST(ObjectNames, refuseMalformedNames) {
+TEST(Names, refuseMalformedNames) {
   const globaldefs::NVSList_T names[] = {
       nameOf({}),
       nameOf({{"ManagedElement", "7"}}),
@@ -59,51 +59,51 @@ TEST(ObjectNames, refuseMalformedNames) {
   }
 }
 
-TEST(ObjectNames, findNothingOfAnotherEms) {
+TEST(Names, findNothingOfAnotherEms) {
   const auto name = nameOf({{"EMS", "Other/2"}, {"ManagedElement", "7"}});
   EXPECT_EQ(refusalBy([&] { readDeviceId(name); }),
             "ENTITY_NOT_FOUND: not an object of this EMS, which is Quor/1: EMS=Other/2, "
             "ManagedElement=7");
 }
 
-TEST(ObjectNames, refuseNamesOfAnotherKind) {
+TEST(Names, refuseNamesOfAnotherKind) {
   EXPECT_EQ(refusalBy([] { readDeviceId(named("TopologicalLink", "7")); }),
             "INVALID_INPUT: expected the name of a ManagedElement: EMS=Quor/1, TopologicalLink=7");
   EXPECT_EQ(refusalTypeBy([] { readLinkId(named("ManagedElement", "7")); }), "INVALID_INPUT");
   EXPECT_EQ(refusalTypeBy([] { readSubnetworkId(nameOf({{"EMS", "Quor/1"}})); }), "INVALID_INPUT");
 }
 
-TEST(ObjectNames, readTextIdentifiersAsTheyStand) {
+TEST(Names, readTextIdentifiersAsTheyStand) {
   EXPECT_EQ(readLinkId(named("TopologicalLink", " 5 ")), " 5 ");
   EXPECT_EQ(readSubnetworkId(named("MultiLayerSubnetwork", "1")), "1");
 }
 
-TEST(ObjectNames, findNoOtherSubnetwork) {
+TEST(Names, findNoOtherSubnetwork) {
   EXPECT_EQ(refusalBy([] { readSubnetworkId(named("MultiLayerSubnetwork", "2")); }),
             "ENTITY_NOT_FOUND: no such subnetwork: EMS=Quor/1, MultiLayerSubnetwork=2");
 }
 
-TEST(ObjectNames, writeWhatTheyRead) {
-  EXPECT_EQ(dump(nameOfDevice(7)), "EMS=Quor/1|ManagedElement=7");
-  EXPECT_EQ(dump(nameOfLink("5")), "EMS=Quor/1|TopologicalLink=5");
-  EXPECT_EQ(dump(nameOfSubnetwork("1")), "EMS=Quor/1|MultiLayerSubnetwork=1");
-  EXPECT_EQ(dump(nameOfPort({7, "/rack=1/port=2"})),
+TEST(Names, writeWhatTheyRead) {
+  EXPECT_EQ(dump(nmsNameOf(ObjectKey::device(7))), "EMS=Quor/1|ManagedElement=7");
+  EXPECT_EQ(dump(nmsNameOf(ObjectKey::link("5"))), "EMS=Quor/1|TopologicalLink=5");
+  EXPECT_EQ(dump(nmsNameOf(ObjectKey::subnetwork("1"))), "EMS=Quor/1|MultiLayerSubnetwork=1");
+  EXPECT_EQ(dump(nmsNameOf(LinkEnd{7, "/rack=1/port=2"})),
             "EMS=Quor/1|ManagedElement=7|PTP=/rack=1/port=2");
 }
 
-TEST(ObjectNames, cannotWriteWhatHasNoIdentifier) {
-  EXPECT_EQ(refusalTypeBy([] { nameOfDevice(0); }), "INTERNAL_ERROR");
-  EXPECT_EQ(refusalTypeBy([] { nameOfLink(""); }), "INTERNAL_ERROR");
+TEST(Names, cannotWriteWhatHasNoIdentifier) {
+  EXPECT_EQ(refusalTypeBy([] { nmsNameOf(ObjectKey::device(0)); }), "INTERNAL_ERROR");
+  EXPECT_EQ(refusalTypeBy([] { nmsNameOf(ObjectKey::link("")); }), "INTERNAL_ERROR");
 }
 
-TEST(ObjectNames, giveTheEmsItsKeys) {
-  EXPECT_EQ(keyOfName(*readName(nameOf({{"EMS", "Quor/1"}}))), ObjectKey::ems());
-  EXPECT_EQ(keyOfName(*readName(named("ManagedElement", "7"))), ObjectKey::device(7));
-  EXPECT_EQ(keyOfName(*readName(named("MultiLayerSubnetwork", "1"))), ObjectKey::subnetwork("1"));
-  EXPECT_EQ(keyOfName(*readName(named("TopologicalLink", "5"))), ObjectKey::link("5"));
+TEST(Names, giveTheEmsItsKeys) {
+  EXPECT_EQ(readKey(nameOf({{"EMS", "Quor/1"}})), ObjectKey::ems());
+  EXPECT_EQ(readKey(named("ManagedElement", "7")), ObjectKey::device(7));
+  EXPECT_EQ(readKey(named("MultiLayerSubnetwork", "1")), ObjectKey::subnetwork("1"));
+  EXPECT_EQ(readKey(named("TopologicalLink", "5")), ObjectKey::link("5"));
 }
 
-TEST(ObjectNames, haveNoKeyForKindsWithoutAttributes) {
+TEST(Names, haveNoKeyForKindsWithoutAttributes) {
   const NS_QUORCORBA::CAAIDName aid;
   EXPECT_EQ(refusalTypeBy([&] { keyOfName(aid); }), "NOT_IMPLEMENTED");
 }

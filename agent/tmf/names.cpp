@@ -1,0 +1,160 @@
+#include "agent/tmf/names.h"
+
+#include <cstring>
+
+#include "agent/base/sequences.h"
+#include "agent/tmf/errors.h"
+#include "agent/tmf/objectkinds.h"
+#include "zk_quornex/names/nameconvert.h"
+
+namespace zk::agent {
+
+using namespace NS_QUORCORBA;
+
+namespace {
+
+// Digits without what does not count: blanks around and zeros in front.
+std::string significant(const char* text) {
+  std::string digits(text);
+  const std::size_t first = digits.find_first_not_of(" \t\r\n\v\f0");
+  const std::size_t last = digits.find_last_not_of(" \t\r\n\v\f");
+  return first == std::string::npos ? "" : digits.substr(first, last - first + 1);
+}
+
+// The library keeps the low 32 bits of a managed element's identifier. Here the
+// NMS must not reach element 7 by the name 4294967303, so the identifier as the
+// library writes it back has to be the one that was given.
+void refuseChangedId(TEMEName& read, const globaldefs::NVSList_T& name) {
+  globaldefs::NVSList_T written;
+  if (read.Ems2NmsName(written) != RESULT_OK ||
+      significant(written[1].value) != significant(name[1].value)) {
+    throw refusalOf(RESULT_NO_ELEMENT_ID, name);
+  }
+}
+
+// The identifier of a name that has to be of this kind. The kind is checked
+// first: what it then converts to is of its class.
+ObjectKey readKeyOf(ObjectKind kind, const globaldefs::NVSList_T& name) {
+  const std::string expected = pairNameOf(kind);
+  if (name.length() != 0 && expected != static_cast<const char*>(name[name.length() - 1].name)) {
+    throw refusal(globaldefs::EXCPT_INVALID_INPUT,
+                  "expected the name of a " + expected + ": " + printableName(name));
+  }
+  return readKey(name);
+}
+
+template <class Name>
+ObjectKey mapKey(ObjectKind kind, const TEName& name) {
+  const auto& mapName = static_cast<const Name&>(name);
+  return ObjectKey::mapObject(kind, mapName.id_, mapName.parentId_);
+}
+
+// The physical root's own id is the character that separates the layers of a
+// map name, so as a parent it goes by the text that the NMS has for it.
+template <class Name>
+InternalName mapName(const ObjectKey& key) {
+  auto* const name = new Name;
+  InternalName result(name);
+  name->id_ = key.id;
+  name->parentId_ = key.parentId == ROOT_SUBMAP_ID ? "VTMAP_PHY_SUBMAP" : key.parentId;
+  return result;
+}
+
+template <class Name, class Field, class Value>
+InternalName nameWith(Field Name::*field, const Value& value) {
+  auto* const name = new Name;
+  InternalName result(name);
+  name->*field = value;
+  return result;
+}
+
+}  // namespace
+
+void DeleteName::operator()(TEName* name) const { delete name; }
+
+InternalName readName(const globaldefs::NVSList_T& name) {
+  TEName* made = nullptr;
+  const unsigned long code = TENameConvert::NmsToEmsNameConvert(name, made);
+  if (code != RESULT_OK) {
+    throw refusalOf(code, name);
+  }
+  InternalName result(made);
+  if (result->type_ == NAME_MANAGED_ELEMENT) {
+    refuseChangedId(static_cast<TEMEName&>(*result), name);
+  }
+  return result;
+}
+
+ObjectKey keyOfName(const TEName& name) {
+  switch (name.type_) {
+    case NAME_EMS:
+      return ObjectKey::ems();
+    case NAME_MANAGED_ELEMENT:
+      return ObjectKey::device(static_cast<const TEMEName&>(name).meId_);
+    case NAME_SUBNETWORK:
+      return ObjectKey::subnetwork(static_cast<const TESubnetworkName&>(name).subnetId_);
+    case NAME_TOPOLOGICAL_LINK:
+      return ObjectKey::link(static_cast<const TETopoLinkName&>(name).topoLinkId_);
+    case NAME_NODE:
+      return mapKey<CANodeName>(ObjectKind::Node, name);
+    case NAME_SUBMAP:
+      return mapKey<CASubMapName>(ObjectKind::SubMap, name);
+    case NAME_DISPLAY_LINK:
+      return mapKey<CADispLinkName>(ObjectKind::DisplayLink, name);
+    default:
+      throw refusal(globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this kind of object");
+  }
+}
+
+ObjectKey readKey(const globaldefs::NVSList_T& name) { return keyOfName(*readName(name)); }
+
+long readDeviceId(const globaldefs::NVSList_T& name) {
+  return std::stol(readKeyOf(ObjectKind::Device, name).id);
+}
+
+std::string readLinkId(const globaldefs::NVSList_T& name) {
+  return readKeyOf(ObjectKind::Link, name).id;
+}
+
+std::string readSubnetworkId(const globaldefs::NVSList_T& name) {
+  return readKeyOf(ObjectKind::Subnetwork, name).id;
+}
+
+InternalName internalNameOf(const ObjectKey& key) {
+  switch (key.kind) {
+    case ObjectKind::Ems:
+      return InternalName(new TEName);
+    case ObjectKind::Device:
+      return nameWith(&TEMEName::meId_, std::stoul(key.id));
+    case ObjectKind::Subnetwork:
+      return nameWith(&TESubnetworkName::subnetId_, key.id);
+    case ObjectKind::Link:
+      return nameWith(&TETopoLinkName::topoLinkId_, key.id);
+    case ObjectKind::Node:
+      return mapName<CANodeName>(key);
+    case ObjectKind::SubMap:
+      return mapName<CASubMapName>(key);
+    case ObjectKind::DisplayLink:
+      return mapName<CADispLinkName>(key);
+    case ObjectKind::PhysicalLink:
+      break;
+  }
+  return nameWith(&CAPhyLinkName::id_, key.id);
+}
+
+globaldefs::NVSList_T nmsNameOf(const ObjectKey& key) {
+  globaldefs::NVSList_T name;
+  if (TENameConvert::EmsToNmsNameConvert(internalNameOf(key).get(), name) != RESULT_OK) {
+    throw refusal(globaldefs::EXCPT_INTERNAL_ERROR, "an object of the EMS cannot be named");
+  }
+  return name;
+}
+
+globaldefs::NVSList_T nmsNameOf(const LinkEnd& end) {
+  globaldefs::NVSList_T name =
+      nmsNameOf(ObjectKey::device(static_cast<unsigned long>(end.deviceId)));
+  appendPair(name, "PTP", end.port);
+  return name;
+}
+
+}  // namespace zk::agent

@@ -1,0 +1,51 @@
+// Names of objects between the NMS, the library and the embedded EMS, both
+// ways. No state; any thread may call.
+#ifndef ZK_AGENT_TMF_NAMES_H
+#define ZK_AGENT_TMF_NAMES_H
+
+#include <memory>
+#include <string>
+
+#include "agent/ems/records.h"
+#include "zk_quornex/idl/names.h"
+
+namespace NS_QUORCORBA {
+class TEName;
+}  // namespace NS_QUORCORBA
+
+namespace zk::agent {
+
+struct DeleteName {
+  void operator()(NS_QUORCORBA::TEName* name) const;
+};
+
+// The library's form of a name.
+using InternalName = std::unique_ptr<NS_QUORCORBA::TEName, DeleteName>;
+
+// Any name the library converts; never null. Throws Refusal: invalid input for a
+// malformed name, entity not found for one of another EMS and for an identifier
+// that the library would read as a different one.
+InternalName readName(const globaldefs::NVSList_T& name);
+
+// The object that the name means to the embedded EMS. Throws Refusal as above,
+// and not implemented for a kind that the EMS does not keep.
+ObjectKey keyOfName(const NS_QUORCORBA::TEName& name);
+ObjectKey readKey(const globaldefs::NVSList_T& name);
+
+// The identifier in a name of the kind that the operation is about. Throws
+// Refusal as above, and invalid input for a name of another kind.
+long readDeviceId(const globaldefs::NVSList_T& name);
+std::string readLinkId(const globaldefs::NVSList_T& name);
+std::string readSubnetworkId(const globaldefs::NVSList_T& name);
+
+// The library's name of an object; never null.
+InternalName internalNameOf(const ObjectKey& key);
+
+// What the NMS calls the object, or the port. Throws Refusal, internal error,
+// for an identifier that cannot be written.
+globaldefs::NVSList_T nmsNameOf(const ObjectKey& key);
+globaldefs::NVSList_T nmsNameOf(const LinkEnd& end);
+
+}  // namespace zk::agent
+
+#endif
