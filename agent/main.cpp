@@ -1,5 +1,5 @@
 // zk-agent: the reference northbound agent.
-#include "agent/cli/adminrun.h"
+#include "agent/cli/admincommands.h"
 #include "agent/cli/options.h"
 #include "agent/run.h"
 

@@ -1,25 +1,39 @@
-// The commands of `zk-agent admin`: what the command line asks a running agent
-// for.
+// `zk-agent admin`: what the command line asks a running agent for, and asking
+// it.
 #ifndef ZK_AGENT_CLI_ADMINCOMMANDS_H
 #define ZK_AGENT_CLI_ADMINCOMMANDS_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
 
-#include "agent/cli/adminrun.h"
+#include "options/options.h"
+#include "zk_quornex/idl/admin.h"
 
 namespace zk::agent {
 
-// Adds `admin` and its commands to the program. Parsing fills in command, which
-// must outlive app; its request stays empty unless `admin` was given.
-void addAdminCommands(CLI::App& app, AdminCommand& command);
+// The object key under which an agent serves its administration.
+inline constexpr char ADMIN_KEY[] = "EmsAdmin";
 
-// One for each file of commands; admin is the app that they belong to.
-void addDeviceCommands(CLI::App& admin, AdminCommand& command);
-void addMapCommands(CLI::App& admin, AdminCommand& command);
-void addAlarmCommands(CLI::App& admin, AdminCommand& command);
-void addLoginCommands(CLI::App& admin, AdminCommand& command);
+struct AdminCommand {
+  // HOST:PORT, a reference to an administration, or a file with one.
+  std::string agent = "127.0.0.1:5814";
+  // Asks the agent and gives what to print: an id, or nothing.
+  std::function<std::string(emsAdmin::EmsAdmin_I_ptr)> request;
+};
+
+// Adds `admin` and its commands to the program. Parsing fills in command, which
+// must outlive program; its request stays empty unless `admin` was given.
+void addAdminCommands(options::Program& program, AdminCommand& command);
+
+enum AdminStatus : int {
+  ADMIN_DONE = 0,
+  ADMIN_REFUSED = 6,      // the agent says no
+  ADMIN_NOT_REACHED = 7,  // no agent there, or one without administration
+};
+
+// Asks, prints the answer to standard output and what went wrong to standard
+// error, and returns an AdminStatus.
+int runAdmin(const AdminCommand& command);
 
 }  // namespace zk::agent
 

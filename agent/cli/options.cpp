@@ -1,16 +1,22 @@
 #include "agent/cli/options.h"
 
-#include <CLI/CLI.hpp>
 #include <cctype>
-#include <map>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
 
-#include "agent/cli/admincommands.h"
+#include "options/options.h"
 
 namespace zk::agent {
 
 namespace {
 
-constexpr const char* footer = R"(
+using options::Command;
+using options::Option;
+using std::chrono::seconds;
+
+constexpr char FOOTER[] = R"(
 Each option NAME-OF-OPTION is also read, as a line NAME-OF-OPTION=VALUE, from the
 --config file, and from the environment variable ZK_AGENT_NAME_OF_OPTION. The
 command line comes first, then the file, then the environment.
@@ -45,137 +51,143 @@ std::string variableOf(const std::string& option) {
 }
 
 template <class Value>
-CLI::Option* add(CLI::App& app, const std::string& option, Value& value, const char* help) {
-  return app.add_option(option, value, help)->envname(variableOf(option))->capture_default_str();
+Option add(Command& program, const std::string& option, Value& value, const char* help) {
+  return program.add(option, value, help).environment(variableOf(option)).showDefault();
 }
 
-CLI::Validator endpointText() {
-  return CLI::Validator(
-      [](std::string& text) {
-        try {
-          parseEndpoint(text);
-          return std::string();
-        } catch (const std::invalid_argument& failure) {
-          return std::string(failure.what());
-        }
-      },
-      "HOST:PORT");
+std::string endpointComplaint(const std::string& text) {
+  try {
+    parseEndpoint(text);
+    return {};
+  } catch (const std::invalid_argument& wrong) {
+    return wrong.what();
+  }
 }
 
-CLI::Validator notEmpty() {
-  return CLI::Validator(
-      [](std::string& text) { return text.empty() ? "must not be empty" : std::string(); }, "");
+std::string emptyComplaint(const std::string& text) {
+  return text.empty() ? "must not be empty" : "";
 }
 
-// Options as CLI11 fills them; the rest of the agent has its own types.
+std::string rateComplaint(const std::string& text) {
+  char* end = nullptr;
+  const double rate = std::strtod(text.c_str(), &end);
+  const bool number = !text.empty() && end == text.c_str() + text.size();
+  return number && rate >= 0 && rate <= HIGHEST_RATE ? "" : "must be 0 to 10000";
+}
+
+// Options as they are given; the rest of the agent has its own types.
 struct Raw {
   std::string listen = "127.0.0.1:5814";
-  long iteratorIdle = 900;
-  long pingPeriod = 60;
-  long pingTimeout = 5;
-  long consumerTimeout = 5;
-  long consumerRetry = 60;
-  std::string logLevel = "info";
+  seconds pingPeriod{60};
+  seconds pingTimeout{5};
+  seconds consumerTimeout{5};
+  seconds consumerRetry{60};
 };
 
-void addServing(CLI::App& app, Options& options, Raw& raw) {
-  add(app, "--listen", raw.listen,
+void addServing(Command& program, Options& options, Raw& raw) {
+  add(program, "--listen", raw.listen,
       "Address to serve on; host * for every interface, port 0 for any free one")
-      ->check(endpointText());
-  add(app, "--inventory", options.inventory,
+      .check(endpointComplaint, "HOST:PORT");
+  add(program, "--inventory", options.inventory,
       "SQLite file of the embedded EMS; made with a sample network when missing")
-      ->check(notEmpty());
-  add(app, "--ior-file", options.iorFile,
+      .check(emptyComplaint);
+  add(program, "--ior-file", options.iorFile,
       "Write the factory's reference here once requests are served; removed at the end");
-  add(app, "--ems-name", options.emsName, "Value of the EMS pair of every name")->check(notEmpty());
-  add(app, "--ems-version", options.emsVersion, "Version of the EMS as clients see it");
-  add(app, "--interface-version", options.interfaceVersion, "What getVersion answers");
-  add(app, "--users", options.usersFile,
+  add(program, "--ems-name", options.emsName, "Value of the EMS pair of every name")
+      .check(emptyComplaint);
+  add(program, "--ems-version", options.emsVersion, "Version of the EMS as clients see it");
+  add(program, "--interface-version", options.interfaceVersion, "What getVersion answers");
+  add(program, "--users", options.usersFile,
       "File of users who may log in; without one there is no authentication");
 }
 
-void addLimits(CLI::App& app, SessionLimits& limits, Raw& raw) {
-  add(app, "--max-sessions", limits.sessions, "Sessions at a time")->check(CLI::Range(1, 10000));
-  add(app, "--max-iterators", limits.iterators, "Open iterators of a session")
-      ->check(CLI::Range(1, 100000));
-  add(app, "--iterator-idle", raw.iteratorIdle, "Seconds after which an unused iterator is gone")
-      ->check(CLI::Range(1, 86400));
-  add(app, "--max-how-many", limits.page, "Entries in one answer, whatever the client asks for")
-      ->check(CLI::Range(1, 10000));
+void addLimits(Command& program, SessionLimits& limits) {
+  add(program, "--max-sessions", limits.sessions, "Sessions at a time").range(1, 10000);
+  add(program, "--max-iterators", limits.iterators, "Open iterators of a session").range(1, 100000);
+  add(program, "--iterator-idle", limits.iteratorIdle,
+      "Seconds after which an unused iterator is gone")
+      .range(1, 86400);
+  add(program, "--max-how-many", limits.page, "Entries in one answer, whatever the client asks for")
+      .range(1, 10000);
 }
 
-void addPings(CLI::App& app, PingRules& pings, Raw& raw) {
-  add(app, "--ping-period", raw.pingPeriod, "Seconds between pings of an NMS; 0 for none")
-      ->check(CLI::Range(0, 86400));
-  add(app, "--ping-timeout", raw.pingTimeout, "Seconds that an NMS has to answer a ping")
-      ->check(CLI::Range(1, 600));
-  add(app, "--ping-failures", pings.failures,
+void addPings(Command& program, PingRules& pings, Raw& raw) {
+  add(program, "--ping-period", raw.pingPeriod, "Seconds between pings of an NMS; 0 for none")
+      .range(0, 86400);
+  add(program, "--ping-timeout", raw.pingTimeout, "Seconds that an NMS has to answer a ping")
+      .range(1, 600);
+  add(program, "--ping-failures", pings.failures,
       "Pings in a row that an NMS may fail to answer; one more ends its session")
-      ->check(CLI::Range(0, 1000));
+      .range(0, 1000);
 }
 
-void addChannel(CLI::App& app, ChannelSettings& channel, Raw& raw) {
-  add(app, "--max-events", channel.eventsPerConsumer,
+void addChannel(Command& program, ChannelSettings& channel, Raw& raw) {
+  add(program, "--max-events", channel.eventsPerConsumer,
       "Events waiting for one consumer; 0 for as many as the event cache holds")
-      ->check(CLI::Range(0, 10000));
-  add(app, "--consumer-timeout", raw.consumerTimeout, "Seconds that a consumer has to take events")
-      ->check(CLI::Range(1, 600));
-  add(app, "--consumer-retry", raw.consumerRetry,
+      .range(0, 10000);
+  add(program, "--consumer-timeout", raw.consumerTimeout,
+      "Seconds that a consumer has to take events")
+      .range(1, 600);
+  add(program, "--consumer-retry", raw.consumerRetry,
       "Seconds for which a failing consumer is tried again before it is given up")
-      ->check(CLI::Range(0, 86400));
+      .range(0, 86400);
 }
 
-CLI::Validator rateText() {
-  return CLI::Validator(
-      [](std::string& text) {
-        double rate = 0;
-        const bool number = CLI::detail::lexical_cast(text, rate);
-        const bool inRange = number && rate >= 0 && rate <= HIGHEST_RATE;
-        return std::string(inRange ? "" : "must be 0 to 10000");
-      },
-      "RATE");
-}
-
-void addTrials(CLI::App& app, Options& options) {
-  add(app, "--traffic", options.traffic.rate, "Changes a second that the EMS makes up; 0 for none")
-      ->check(rateText());
-  add(app, "--traffic-seed", options.traffic.seed, "The same seed makes the same changes");
-  app.add_flag("--admin", options.admin,
-               "Let whoever reaches the address change the EMS with 'zk-agent admin'")
-      ->envname(variableOf("--admin"));
-  add(app, "--admin-ior-file", options.adminIorFile,
+void addTrials(Command& program, Options& options) {
+  add(program, "--traffic", options.traffic.rate,
+      "Changes a second that the EMS makes up; 0 for none")
+      .check(rateComplaint, "RATE");
+  add(program, "--traffic-seed", options.traffic.seed, "The same seed makes the same changes");
+  program
+      .flag("--admin", options.admin,
+            "Let whoever reaches the address change the EMS with 'zk-agent admin'")
+      .environment(variableOf("--admin"));
+  add(program, "--admin-ior-file", options.adminIorFile,
       "With --admin: write the administration's reference here; removed at the end");
 }
 
-void addLogs(CLI::App& app, Options& options, Raw& raw) {
-  add(app, "--log-file", options.logFile, "Log to this file, which rotates; else standard error");
-  add(app, "--log-level", raw.logLevel, "How much is logged")
-      ->check(CLI::IsMember({"off", "error", "warning", "info", "debug", "trace"}));
+void addLogs(Command& program, Options& options) {
+  add(program, "--log-file", options.logFile,
+      "Log to this file, which rotates; else standard error");
+  program
+      .choice("--log-level", options.logLevel,
+              options::Choices<LogLevel>{{"off", LogLevel::OFF},
+                                         {"error", LogLevel::ERROR},
+                                         {"warning", LogLevel::WARNING},
+                                         {"info", LogLevel::INFO},
+                                         {"debug", LogLevel::DEBUG},
+                                         {"trace", LogLevel::TRACE}},
+              "How much is logged")
+      .environment(variableOf("--log-level"));
 }
 
-void putTimes(const Raw& raw, Options& options) {
-  using std::chrono::seconds;
-  options.limits.iteratorIdle = seconds(raw.iteratorIdle);
-  options.pings.period = seconds(raw.pingPeriod);
-  options.pings.timeout = seconds(raw.pingTimeout);
-  options.channel.callLimit = seconds(raw.consumerTimeout);
-  options.channel.retryFor = seconds(raw.consumerRetry);
+void addOptions(options::Program& program, Options& options, Raw& raw) {
+  program.version("zk-agent " ZK_AGENT_VERSION);
+  program.configurationFile("--config", "Configuration file: lines NAME=VALUE");
+  addServing(program, options, raw);
+  addLimits(program, options.limits);
+  addPings(program, options.pings, raw);
+  addChannel(program, options.channel, raw);
+  addTrials(program, options);
+  addLogs(program, options);
 }
 
-LogLevel logLevelOf(const std::string& name) {
-  static const std::map<std::string, LogLevel> levels = {
-      {"off", LogLevel::OFF},   {"error", LogLevel::ERROR}, {"warning", LogLevel::WARNING},
-      {"info", LogLevel::INFO}, {"debug", LogLevel::DEBUG}, {"trace", LogLevel::TRACE}};
-  return levels.at(name);
+// Into the types of those who read them.
+void putRaw(const Raw& raw, Options& options) {
+  options.listen = parseEndpoint(raw.listen);
+  options.pings.period = raw.pingPeriod;
+  options.pings.timeout = raw.pingTimeout;
+  options.channel.callLimit = raw.consumerTimeout;
+  options.channel.retryFor = raw.consumerRetry;
 }
 
-CLI::App* addPasswd(CLI::App& app, PasswordChange& change) {
-  CLI::App* const passwd = app.add_subcommand(
+Command addPasswd(Command& program, PasswordChange& change) {
+  Command passwd = program.subcommand(
       "passwd", "Add a user or change a password, read as one line from standard input");
-  passwd->add_option("--users", change.usersFile, "The users file")
-      ->envname("ZK_AGENT_USERS")
-      ->required();
-  passwd->add_option("NAME", change.user, "The user")->required();
+  passwd.add("--users", change.usersFile, "The users file")
+      .environment("ZK_AGENT_USERS")
+      .required();
+  passwd.add("NAME", change.user, "The user").required();
   return passwd;
 }
 
@@ -186,29 +198,20 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   Raw raw;
   PasswordChange change;
   AdminCommand admin;
-  CLI::App app("zk-agent: TMF 814 northbound agent with an embedded EMS", "zk-agent");
-  app.footer(footer);
-  app.set_version_flag("--version", "zk-agent " ZK_AGENT_VERSION);
-  app.set_config("--config", "", "Configuration file: lines NAME=VALUE");
-  app.allow_config_extras(CLI::config_extras_mode::error);
-  addServing(app, result.options, raw);
-  addLimits(app, result.options.limits, raw);
-  addPings(app, result.options.pings, raw);
-  addChannel(app, result.options.channel, raw);
-  addTrials(app, result.options);
-  addLogs(app, result.options, raw);
-  const CLI::App* const passwd = addPasswd(app, change);
-  addAdminCommands(app, admin);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& failure) {
-    result.exitStatus = app.exit(failure) == 0 ? EXIT_STOPPED : EXIT_USAGE;
+  options::Program program("zk-agent", "zk-agent: TMF 814 northbound agent with an embedded EMS",
+                           {EXIT_USAGE, "", "Run with --help for more information."});
+  program.footer(FOOTER);
+  addOptions(program, result.options, raw);
+  const Command passwd = addPasswd(program, change);
+  addAdminCommands(program, admin);
+  if (const auto ending = program.parse(argc, argv)) {
+    std::fputs(ending->output.c_str(), stdout);
+    std::fputs(ending->error.c_str(), stderr);
+    result.exitStatus = ending->status;
     return result;
   }
-  result.options.listen = parseEndpoint(raw.listen);
-  putTimes(raw, result.options);
-  result.options.logLevel = logLevelOf(raw.logLevel);
-  if (passwd->parsed()) {
+  putRaw(raw, result.options);
+  if (passwd.given()) {
     result.passwordChange = change;
   }
   if (admin.request) {

@@ -8,7 +8,7 @@
 
 #include "agent/base/log.h"
 #include "agent/channel/settings.h"
-#include "agent/cli/adminrun.h"
+#include "agent/cli/admincommands.h"
 #include "agent/ems/traffic/traffic.h"
 #include "agent/orb/endpoint.h"
 #include "agent/sessions/heartbeat.h"
