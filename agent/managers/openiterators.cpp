@@ -59,9 +59,4 @@ std::size_t OpenIterators::reap() {
   return idle.size();
 }
 
-std::size_t OpenIterators::count() const {
-  const MutexLock lock(mutex_);
-  return lastUse_.size();
-}
-
 }  // namespace zk::agent

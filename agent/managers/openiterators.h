@@ -45,14 +45,13 @@ class OpenIterators {
 
   // Destroys those idle for longer than allowed; returns how many.
   std::size_t reap();
-  std::size_t count() const;
 
  private:
   const std::shared_ptr<ServantHome> home_;
   const std::size_t most_;
   const std::chrono::seconds idle_;
   const SteadyClock clock_;
-  mutable Mutex mutex_;
+  Mutex mutex_;
   std::map<Ticket, std::chrono::steady_clock::time_point> lastUse_ ZK_GUARDED_BY(mutex_);
 };
 

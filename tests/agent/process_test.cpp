@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -23,10 +22,6 @@ using zk::test::named;
 using zk::test::ReachableNms;
 using zk::test::refusalBy;
 using zk::test::RunningAgent;
-
-// This process's own servants are for the agent on this machine only. Set before
-// main starts the ORB, which reads it.
-const int ownEndpoint = setenv("ORBendPoint", "giop:tcp:127.0.0.1:", 1);
 
 class AgentProcess : public testing::Test {
  protected:

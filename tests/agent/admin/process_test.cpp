@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"
@@ -18,10 +17,6 @@ using zk::test::named;
 using zk::test::ReachableNms;
 using zk::test::RunningAgent;
 using Arguments = RunningAgent::Arguments;
-
-// This process's own servants are for the agent on this machine only. Set before
-// main starts the ORB, which reads it.
-const int ownEndpoint = setenv("ORBendPoint", "giop:tcp:127.0.0.1:", 1);
 
 std::string typeOf(const CosNotification::StructuredEvent& event) {
   return event.header.fixed_header.event_type.type_name.in();

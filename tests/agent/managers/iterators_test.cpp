@@ -21,7 +21,7 @@ using zk::test::isGone;
 using zk::test::LocalAgent;
 using zk::test::refusalBy;
 
-constexpr int devices = 25;
+constexpr int DEVICES = 25;
 
 zk::agent::SessionLimits limits() {
   zk::agent::SessionLimits result;
@@ -42,7 +42,7 @@ class Iterators : public testing::Test {
   void advance(int seconds) { agent.now += std::chrono::seconds(seconds); }
 
   // One device fewer than the default page can hold, or as many as asked for.
-  LocalAgent agent{limits(), {devices, 2}};
+  LocalAgent agent{limits(), {DEVICES, 2}};
   emsSession::EmsSession_I_var session = agent.logIn();
   ManagedElementMgr_I_var manager =
       agent.manager<ManagedElementMgr_I>("ManagedElement", session.in());
@@ -52,7 +52,7 @@ class Iterators : public testing::Test {
 TEST(IteratorsOfOtherAgents, answerAllAtOnceWithoutOne) {
   zk::agent::SessionLimits wide;
   wide.page = 100;
-  LocalAgent other(wide, {devices, 2});
+  LocalAgent other(wide, {DEVICES, 2});
   const auto elements = other.manager<ManagedElementMgr_I>("ManagedElement");
   NamingAttributesList_T_var names;
   for (const CORBA::ULong howMany : {25U, 26U, 4294967295U}) {

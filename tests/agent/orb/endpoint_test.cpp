@@ -17,7 +17,7 @@ struct Accepted {
   unsigned short port;
 };
 
-const Accepted accepted[] = {
+const Accepted ACCEPTED[] = {
     {"127.0.0.1:5814", "127.0.0.1", 5814},
     {"localhost:1", "localhost", 1},
     {"[::1]:65535", "::1", 65535},
@@ -27,7 +27,7 @@ const Accepted accepted[] = {
 };
 
 TEST(Endpoint, isReadFromText) {
-  for (const Accepted& row : accepted) {
+  for (const Accepted& row : ACCEPTED) {
     const Endpoint endpoint = parseEndpoint(row.text);
     EXPECT_EQ(endpoint.host, row.host) << row.text;
     EXPECT_EQ(endpoint.port, row.port) << row.text;

@@ -15,7 +15,7 @@ using zk::test::TemporaryFolder;
 using zk::test::writeBytes;
 
 // A hash of the right form, for tests that verify nothing with it.
-constexpr const char* anyHash =
+constexpr const char* ANY_HASH =
     "$argon2id$v=19$m=65536,t=2,p=1$c2FsdHNhbHRzYWx0$aGFzaGhhc2hoYXNoaGFzaGhhc2hoYXNo";
 
 class UsersFile : public testing::Test {
@@ -83,17 +83,17 @@ TEST_F(UsersFile, isReadableByItsOwnerOnlyAndHoldsNoPassword) {
 }
 
 TEST_F(UsersFile, mayHoldCommentsAndBlankLines) {
-  writeBytes(path, std::string("# who\n\noperator:") + anyHash + "\n");
+  writeBytes(path, std::string("# who\n\noperator:") + ANY_HASH + "\n");
   EXPECT_EQ(readUsers(path).size(), 1U);
 }
 
 TEST_F(UsersFile, isRefusedWithTheLineThatIsWrong) {
-  const std::string good = std::string("operator:") + anyHash + "\n";
+  const std::string good = std::string("operator:") + ANY_HASH + "\n";
   EXPECT_EQ(refusalOf(good), "");
   EXPECT_EQ(refusalOf("operator\n"), path + ":1: not an entry of the form name:hash");
-  EXPECT_EQ(refusalOf(good + ":" + anyHash + "\n"),
+  EXPECT_EQ(refusalOf(good + ":" + ANY_HASH + "\n"),
             path + ":2: not an entry of the form name:hash");
-  EXPECT_EQ(refusalOf("a b:" + std::string(anyHash) + "\n"),
+  EXPECT_EQ(refusalOf("a b:" + std::string(ANY_HASH) + "\n"),
             path + ":1: not an entry of the form name:hash");
   EXPECT_EQ(refusalOf("operator:secret\n"),
             path + ":1: not a password hash made by 'zk-agent passwd'");

@@ -21,7 +21,7 @@ struct Row {
 };
 
 // Every code that a conversion, a setter or the EMS can return.
-const Row rows[] = {
+const Row ROWS[] = {
     {0x41180004, "INTERNAL_ERROR"},
     {0x41180032, "NOT_IMPLEMENTED"},
     {0x41180053, "NOT_IMPLEMENTED"},
@@ -44,7 +44,7 @@ const Row rows[] = {
 };
 
 TEST(Errors, giveEveryCodeItsExceptionType) {
-  for (const Row& row : rows) {
+  for (const Row& row : ROWS) {
     EXPECT_EQ(nameOfType(exceptionTypeOf(row.code)), row.type) << std::hex << row.code;
   }
 }

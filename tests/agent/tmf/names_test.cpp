@@ -20,11 +20,11 @@ struct Accepted {
   long id;
 };
 
-const Accepted accepted[] = {
+const Accepted ACCEPTED[] = {
     {"1", 1}, {"7", 7}, {" 12 ", 12}, {"007", 7}, {"2147483647", 2147483647}};
 
 TEST(Names, readElementIdentifiers) {
-  for (const Accepted& row : accepted) {
+  for (const Accepted& row : ACCEPTED) {
     EXPECT_EQ(readDeviceId(named("ManagedElement", row.text)), row.id) << row.text;
   }
 }
