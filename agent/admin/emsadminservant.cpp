@@ -7,7 +7,9 @@
 #include "agent/base/log.h"
 #include "agent/base/sequences.h"
 #include "agent/sessions/nmscalls.h"
+#include "agent/tmf/alarmevent.h"
 #include "agent/tmf/errors.h"
+#include "agent/tmf/names.h"
 #include "agent/tmf/objectkinds.h"
 
 namespace zk::agent {
@@ -95,17 +97,24 @@ std::string create(Inventory& inventory, const Attributes& attributes, Record re
   return record.id;
 }
 
+template <class Record>
+std::string createInMap(Inventory& inventory, const Attributes& attributes, Record record) {
+  attributes.expectNoMore();
+  throwUnlessDone(canNameMapObject(record.id) ? Result::Done : Result::BadValue, "the new object");
+  return create(inventory, attributes, std::move(record));
+}
+
 std::string createNode(Inventory& inventory, Attributes& attributes) {
   NodeRecord node;
   readPlace(attributes, node, node.id, node.parentId);
   node.deviceId = deviceIn(attributes.required("device"));
-  return create(inventory, attributes, std::move(node));
+  return createInMap(inventory, attributes, std::move(node));
 }
 
 std::string createSubMap(Inventory& inventory, Attributes& attributes) {
   SubMapRecord subMap;
   readPlace(attributes, subMap, subMap.id, subMap.parentId);
-  return create(inventory, attributes, std::move(subMap));
+  return createInMap(inventory, attributes, std::move(subMap));
 }
 
 std::string createDisplayLink(Inventory& inventory, Attributes& attributes) {
@@ -113,7 +122,7 @@ std::string createDisplayLink(Inventory& inventory, Attributes& attributes) {
   readPlace(attributes, link, link.id, link.parentId);
   link.aEndId = attributes.required("aEnd");
   link.zEndId = attributes.required("zEnd");
-  return create(inventory, attributes, std::move(link));
+  return createInMap(inventory, attributes, std::move(link));
 }
 
 std::string createPhysicalLink(Inventory& inventory, Attributes& attributes) {
@@ -205,7 +214,7 @@ CORBA::Long EmsAdminServant::raiseAlarm(CORBA::Long deviceId, const char* probab
     alarm.probableCause = probableCause;
     alarm.nativeProbableCause = probableCause;
     alarm.qualifier = qualifier;
-    alarm.severity = static_cast<Severity>(severity);
+    alarm.severity = severityOf(severity);
     alarm.additionalText = text;
     alarm.raisedAt = std::chrono::system_clock::now();
     throwUnlessDone(inventory_.raiseAlarm(alarm), "an alarm of " + deviceText(deviceId));

@@ -33,7 +33,7 @@ ExcludedAlarms::ExcludedAlarms(const notifications::ProbableCauseList_T& causes,
     probableCauses.emplace(causes[i]);
   }
   for (CORBA::ULong i = 0; i < excludedSeverities.length(); ++i) {
-    severities.insert(static_cast<Severity>(excludedSeverities[i]));
+    severities.insert(severityOf(excludedSeverities[i]));
   }
 }
 

@@ -1,5 +1,8 @@
 #include "agent/tmf/alarmevent.h"
 
+#include <algorithm>
+#include <array>
+
 #include "agent/tmf/names.h"
 #include "agent/tmf/objectkinds.h"
 #include "zk_quornex/platform/config.h"
@@ -13,6 +16,25 @@ namespace {
 constexpr CORBA::Short LAYER_NOT_APPLICABLE = 1;
 
 constexpr CORBA::ULong PROPERTY_COUNT = 17;
+
+struct SeverityPair {
+  Severity ems;
+  notifications::PerceivedSeverity_T nms;
+};
+
+constexpr std::array<SeverityPair, 6> SEVERITIES{
+    {{Severity::Indeterminate, notifications::PS_INDETERMINATE},
+     {Severity::Critical, notifications::PS_CRITICAL},
+     {Severity::Major, notifications::PS_MAJOR},
+     {Severity::Minor, notifications::PS_MINOR},
+     {Severity::Warning, notifications::PS_WARNING},
+     {Severity::Cleared, notifications::PS_CLEARED}}};
+
+notifications::PerceivedSeverity_T perceivedSeverityOf(Severity severity) {
+  const auto* found = std::find_if(SEVERITIES.begin(), SEVERITIES.end(),
+                                   [&](const auto& pair) { return pair.ems == severity; });
+  return found != SEVERITIES.end() ? found->nms : notifications::PS_INDETERMINATE;
+}
 
 // Fills the filterable properties in order.
 class Properties {
@@ -60,8 +82,7 @@ void addCondition(Properties& properties, const AlarmRecord& alarm) {
   properties.add("layerRate", LAYER_NOT_APPLICABLE);
   properties.addText("probableCause", alarm.probableCause);
   properties.addText("probableCauseQualifier", alarm.qualifier);
-  properties.add("perceivedSeverity",
-                 static_cast<notifications::PerceivedSeverity_T>(alarm.severity));
+  properties.add("perceivedSeverity", perceivedSeverityOf(alarm.severity));
   properties.add("serviceAffecting", notifications::SA_UNKNOWN);
   properties.add("affectedTPList", globaldefs::NamingAttributesList_T());
   properties.addText("additionalText", alarm.additionalText);
@@ -69,6 +90,12 @@ void addCondition(Properties& properties, const AlarmRecord& alarm) {
 }
 
 }  // namespace
+
+Severity severityOf(notifications::PerceivedSeverity_T severity) {
+  const auto* found = std::find_if(SEVERITIES.begin(), SEVERITIES.end(),
+                                   [&](const auto& pair) { return pair.nms == severity; });
+  return found != SEVERITIES.end() ? found->ems : Severity::Indeterminate;
+}
 
 CosNotification::StructuredEvent alarmEvent(const AlarmRecord& alarm, const std::string& nativeName,
                                             const AlarmTimes& times) {

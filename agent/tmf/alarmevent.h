@@ -10,6 +10,9 @@
 
 namespace zk::agent {
 
+// What the EMS calls the severity.
+Severity severityOf(notifications::PerceivedSeverity_T severity);
+
 // As texts of the standard's form.
 struct AlarmTimes {
   std::string ems;  // when the EMS tells it

@@ -1,6 +1,6 @@
 #include "agent/tmf/names.h"
 
-#include <cstring>
+#include <string>
 
 #include "agent/base/sequences.h"
 #include "agent/tmf/errors.h"
@@ -43,10 +43,21 @@ ObjectKey readKeyOf(ObjectKind kind, const globaldefs::NVSList_T& name) {
   return readKey(name);
 }
 
+constexpr char NMS_ROOT_SUBMAP[] = "VTMAP_PHY_SUBMAP";
+
+// What a parent's text in a map object's name means to the EMS. Nodes and submaps
+// without a known parent carry one of two texts for "any submap".
+std::string parentIdOf(const std::string& text) {
+  if (text == "AllSubMap" || text == "AllSubmap") {
+    return {};
+  }
+  return text == NMS_ROOT_SUBMAP ? ROOT_SUBMAP_ID : text;
+}
+
 template <class Name>
 ObjectKey mapKey(ObjectKind kind, const TEName& name) {
   const auto& mapName = static_cast<const Name&>(name);
-  return ObjectKey::mapObject(kind, mapName.id_, mapName.parentId_);
+  return {kind, mapName.id_, parentIdOf(mapName.parentId_)};
 }
 
 // The physical root's own id is the character that separates the layers of a
@@ -56,7 +67,7 @@ InternalName mapName(const ObjectKey& key) {
   auto* const name = new Name;
   InternalName result(name);
   name->id_ = key.id;
-  name->parentId_ = key.parentId == ROOT_SUBMAP_ID ? "VTMAP_PHY_SUBMAP" : key.parentId;
+  name->parentId_ = key.parentId == ROOT_SUBMAP_ID ? NMS_ROOT_SUBMAP : key.parentId;
   return result;
 }
 
@@ -118,6 +129,10 @@ std::string readLinkId(const globaldefs::NVSList_T& name) {
 
 std::string readSubnetworkId(const globaldefs::NVSList_T& name) {
   return readKeyOf(ObjectKind::Subnetwork, name).id;
+}
+
+bool canNameMapObject(const std::string& id) {
+  return id.find_first_of("/=") == std::string::npos && parentIdOf(id) == id;
 }
 
 InternalName internalNameOf(const ObjectKey& key) {

@@ -38,6 +38,11 @@ long readDeviceId(const globaldefs::NVSList_T& name);
 std::string readLinkId(const globaldefs::NVSList_T& name);
 std::string readSubnetworkId(const globaldefs::NVSList_T& name);
 
+// Whether a node, submap or display link with the id can be named: it stands in a
+// path of key=value layers, where some characters would end it, and some texts
+// mean other objects. True for the empty one, which asks the EMS for a new id.
+bool canNameMapObject(const std::string& id);
+
 // The library's name of an object; never null.
 InternalName internalNameOf(const ObjectKey& key);
 

@@ -134,8 +134,17 @@ TEST_F(EmsAdmin, refusesMapObjectsThatCannotBe) {
             "ENTITY_NOT_FOUND: the EMS has no such object: the new object");
   EXPECT_EQ(submap({{"name", "S"}, {"parent", "1"}, {"id", "2"}}),
             "OBJECT_IN_USE: the object is there already: the new object");
-  EXPECT_EQ(submap({{"name", "S"}, {"parent", "1"}, {"id", "a/b"}}),
-            "INVALID_INPUT: the object cannot have this value: the new object");
+  for (const char* id : {"a/b", "a=b", "/", "AllSubMap", "AllSubmap", "VTMAP_PHY_SUBMAP"}) {
+    EXPECT_EQ(submap({{"name", "S"}, {"parent", "1"}, {"id", id}}),
+              "INVALID_INPUT: the object cannot have this value: the new object")
+        << id;
+  }
+  for (const char* id : {"a/b", "a=b"}) {
+    EXPECT_EQ(refusalToCreate(
+                  "node", nameOf({{"name", "N"}, {"parent", "2"}, {"device", "1"}, {"id", id}})),
+              "INVALID_INPUT: the object cannot have this value: the new object")
+        << id;
+  }
   for (const char* device : {"x", "-1", "99999999999", "1 "}) {
     EXPECT_EQ(refusalToCreate("node", nameOf({{"name", "N"}, {"parent", "1"}, {"device", device}})),
               std::string("INVALID_INPUT: not the id of a device: ") + device);

@@ -103,6 +103,31 @@ TEST(Names, giveTheEmsItsKeys) {
   EXPECT_EQ(readKey(named("TopologicalLink", "5")), ObjectKey::link("5"));
 }
 
+TEST(Names, giveTheEmsItsTextsForTheParentsOfMapObjects) {
+  const auto keyOf = [](const char* parent) {
+    NS_QUORCORBA::CASubMapName name;
+    name.id_ = "5";
+    name.parentId_ = parent;
+    return keyOfName(name);
+  };
+  const auto inside = [](const char* parent) { return ObjectKey{ObjectKind::SubMap, "5", parent}; };
+  EXPECT_EQ(keyOf("AllSubMap"), inside(""));
+  EXPECT_EQ(keyOf("AllSubmap"), inside(""));
+  EXPECT_EQ(keyOf("VTMAP_PHY_SUBMAP"), inside("/"));
+  EXPECT_EQ(keyOf(""), inside(""));
+  EXPECT_EQ(keyOf("allsubmap"), inside("allsubmap"));
+  EXPECT_EQ(keyOf("7"), inside("7"));
+}
+
+TEST(Names, sayWhichIdsMapObjectsCanHave) {
+  for (const char* id : {"", "7", "a b", "allsubmap", "?"}) {
+    EXPECT_TRUE(canNameMapObject(id)) << id;
+  }
+  for (const char* id : {"a/b", "a=b", "/", "AllSubMap", "AllSubmap", "VTMAP_PHY_SUBMAP"}) {
+    EXPECT_FALSE(canNameMapObject(id)) << id;
+  }
+}
+
 TEST(Names, haveNoKeyForKindsWithoutAttributes) {
   const NS_QUORCORBA::CAAIDName aid;
   EXPECT_EQ(refusalTypeBy([&] { keyOfName(aid); }), "NOT_IMPLEMENTED");
