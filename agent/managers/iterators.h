@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <mutex>
 
 #include "agent/managers/openiterators.h"
 #include "agent/managers/pagedlist.h"
