@@ -5,7 +5,7 @@ find_package(Threads REQUIRED)
 
 pkg_check_modules(SAFEC REQUIRED IMPORTED_TARGET libsafec)
 pkg_check_modules(JSONCPP REQUIRED IMPORTED_TARGET jsoncpp)
-pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+find_package(SQLiteCpp CONFIG REQUIRED)
 find_package(spdlog REQUIRED)
 find_package(CLI11 REQUIRED)
 

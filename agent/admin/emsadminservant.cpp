@@ -16,7 +16,7 @@ namespace zk::agent {
 
 namespace {
 
-constexpr short LINK_RATE = 20;
+constexpr LinkRate LINK_RATE = LinkRate::STM_1;
 
 std::string deviceText(long id) { return "device " + std::to_string(id); }
 

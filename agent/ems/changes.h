@@ -1,4 +1,5 @@
-// What the embedded EMS tells about its changes.
+// What the embedded EMS can be asked to change, what it answers, and what it
+// tells about its changes.
 #ifndef ZK_AGENT_EMS_CHANGES_H
 #define ZK_AGENT_EMS_CHANGES_H
 
@@ -14,6 +15,25 @@ enum class Attribute { UserLabel, Owner, NativeName };
 // for through InventoryBackend; a listener that sends notifications leaves those
 // out, or the NMS hears of them twice.
 enum class Origin { Ems, Nms };
+
+struct ChangeOptions {
+  bool uniqueLabel = false;  // refuse a user label that another object of the kind has
+  Origin origin = Origin::Ems;
+};
+
+// The EMS's own range of result codes, beside those of the name conversion.
+enum class Result : unsigned long {
+  Done = 0,
+  NoSuchObject = 0x41190001,    // the object, or one it would refer to
+  LabelInUse = 0x41190002,      // another object of the kind has the user label
+  StorageFailure = 0x41190003,  // nothing was changed; told by InventoryBackend only
+  NoRequest = 0x41190004,       // the thread serves no request that says what to change
+  BadValue = 0x41190005,        // a text or number that this object cannot have
+  ObjectInUse = 0x41190006,     // other objects refer to it
+  ObjectExists = 0x41190007,    // the id is taken
+};
+
+constexpr unsigned long codeOf(Result result) { return static_cast<unsigned long>(result); }
 
 struct AttributeChange {
   ObjectRecord record;  // after the change

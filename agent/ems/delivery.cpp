@@ -16,7 +16,7 @@ void Delivery::setListener(ChangeListener* listener) {
   listener_ = listener;
 }
 
-void Delivery::queue(std::vector<ListenerCall> calls) {
+void Delivery::queue(ListenerCalls calls) {
   const std::lock_guard<std::mutex> guard(queueMutex_);
   std::move(calls.begin(), calls.end(), std::back_inserter(queue_));
 }

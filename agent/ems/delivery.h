@@ -16,6 +16,7 @@ namespace zk::agent {
 
 // One call of the listener, waiting to be made.
 using ListenerCall = std::function<void(ChangeListener&)>;
+using ListenerCalls = std::vector<ListenerCall>;
 
 class Delivery {
  public:
@@ -24,7 +25,7 @@ class Delivery {
 
   // The caller holds the lock under which it stored the changes: that makes the
   // order. It calls deliver() once it has let go of the lock.
-  void queue(std::vector<ListenerCall> calls);
+  void queue(ListenerCalls calls);
 
   // Returns when everything queued before has been delivered; at once on a
   // thread that is delivering, which then goes on with what it has queued.

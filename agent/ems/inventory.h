@@ -15,7 +15,6 @@
 
 #include "agent/ems/changes.h"
 #include "agent/ems/records.h"
-#include "agent/ems/result.h"
 
 namespace zk::agent {
 
@@ -30,11 +29,6 @@ class InventoryError : public std::runtime_error {
 struct SeedOptions {
   int devices = 200;  // 0 to 100000
   int sites = 8;      // 1 to 1000
-};
-
-struct ChangeOptions {
-  bool uniqueLabel = false;  // refuse a user label that another object of the kind has
-  Origin origin = Origin::Ems;
 };
 
 class Inventory {
@@ -104,12 +98,14 @@ class Inventory {
                        const ChangeOptions& options = {}) {
     return setAttribute(key, Attribute::NativeName, text, options);
   }
-  Result renameDevice(long id, const std::string& name);
+  Result renameDevice(long id, const std::string& name) {
+    return setNativeName({ObjectKind::Device, std::to_string(id), {}}, name);
+  }
 
   // An id of 0 or "" is replaced by a new one, which the EMS never gave out
   // before; an empty user label by the native name. Any other result than Done
   // leaves the record as it was. A device id goes up to 2147483647, the last one
-  // that an NMS can name.
+  // that the platform's EMS services take.
   Result create(DeviceRecord& device);
   Result create(LinkRecord& link);
   Result create(NodeRecord& node);

@@ -1,11 +1,14 @@
 #include "agent/ems/inventorybackend.h"
 
-#include "agent/ems/emsrequest.h"
+#include <utility>
+
 #include "zk_quornex/platform/trace.h"
 
 namespace zk::agent {
 
 namespace {
+
+thread_local const EmsRequest* innermost = nullptr;
 
 template <class Step>
 unsigned long withoutThrowing(const char* operation, Step&& step) {
@@ -19,6 +22,16 @@ unsigned long withoutThrowing(const char* operation, Step&& step) {
 }
 
 }  // namespace
+
+EmsRequest::EmsRequest(ObjectKey target, std::string text, bool enforceUniqueness)
+    : target_(std::move(target)),
+      text_(std::move(text)),
+      enforceUniqueness_(enforceUniqueness),
+      outer_(std::exchange(innermost, this)) {}
+
+EmsRequest::~EmsRequest() { innermost = outer_; }
+
+const EmsRequest* EmsRequest::current() { return innermost; }
 
 unsigned long InventoryBackend::setOwner() { return apply(Attribute::Owner); }
 

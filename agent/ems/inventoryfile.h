@@ -5,13 +5,13 @@
 #include <string>
 
 #include "agent/ems/inventory.h"
-#include "agent/ems/sqlite.h"
+#include "agent/ems/tables.h"
 
 namespace zk::agent {
 
 // See Inventory::open. The connection keeps every other one out until it closes,
 // or its process ends in whatever way.
-Database openInventoryFile(const std::string& path, const SeedOptions& seed);
+Tables openInventoryFile(const std::string& path, const SeedOptions& seed);
 
 }  // namespace zk::agent
 

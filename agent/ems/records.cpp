@@ -4,49 +4,34 @@ namespace zk::agent {
 
 namespace {
 
-// Nodes and submaps without a known parent carry these in their NMS names.
-bool standsForAnySubMap(const std::string& parentId) {
-  return parentId == "AllSubMap" || parentId == "AllSubmap";
+std::string idOf(const EmsRecord&) { return {}; }
+std::string idOf(const DeviceRecord& device) { return std::to_string(device.id); }
+template <class Record>
+std::string idOf(const Record& record) {
+  return record.id;
 }
 
-struct KeyOf {
-  ObjectKey operator()(const EmsRecord&) const { return ObjectKey::ems(); }
-  ObjectKey operator()(const DeviceRecord& record) const {
-    return {ObjectKind::Device, std::to_string(record.id), {}};
-  }
-  ObjectKey operator()(const SubnetworkRecord& record) const {
-    return ObjectKey::subnetwork(record.id);
-  }
-  ObjectKey operator()(const LinkRecord& record) const { return ObjectKey::link(record.id); }
-  ObjectKey operator()(const NodeRecord& record) const {
-    return {ObjectKind::Node, record.id, record.parentId};
-  }
-  ObjectKey operator()(const SubMapRecord& record) const {
-    return {ObjectKind::SubMap, record.id, record.parentId};
-  }
-  ObjectKey operator()(const DisplayLinkRecord& record) const {
-    return {ObjectKind::DisplayLink, record.id, record.parentId};
-  }
-  ObjectKey operator()(const PhysicalLinkRecord& record) const {
-    return {ObjectKind::PhysicalLink, record.id, {}};
-  }
-};
+std::string parentOf(const NodeRecord& node) { return node.parentId; }
+std::string parentOf(const SubMapRecord& subMap) { return subMap.parentId; }
+std::string parentOf(const DisplayLinkRecord& link) { return link.parentId; }
+template <class Record>
+std::string parentOf(const Record&) {
+  return {};
+}
 
 }  // namespace
-
-ObjectKey ObjectKey::mapObject(ObjectKind kind, std::string id, std::string parentId) {
-  if (standsForAnySubMap(parentId)) {
-    parentId.clear();
-  } else if (parentId == "VTMAP_PHY_SUBMAP") {
-    parentId = ROOT_SUBMAP_ID;
-  }
-  return {kind, std::move(id), std::move(parentId)};
-}
 
 bool operator==(const ObjectKey& left, const ObjectKey& right) {
   return left.kind == right.kind && left.id == right.id && left.parentId == right.parentId;
 }
 
-ObjectKey keyOf(const ObjectRecord& record) { return std::visit(KeyOf(), record); }
+ObjectKey keyOf(const ObjectRecord& object) {
+  const auto kind = static_cast<ObjectKind>(object.index());
+  return std::visit(
+      [kind](const auto& record) {
+        return ObjectKey{kind, idOf(record), parentOf(record)};
+      },
+      object);
+}
 
 }  // namespace zk::agent

@@ -33,11 +33,6 @@ struct ObjectKey {
   }
   static ObjectKey device(unsigned long id) { return {ObjectKind::Device, std::to_string(id), {}}; }
   static ObjectKey link(std::string id) { return {ObjectKind::Link, std::move(id), {}}; }
-
-  // A node, submap or display link, from the texts of its NMS name: the parent
-  // texts that stand for "any submap" become empty, the one that stands for the
-  // physical root becomes "/".
-  static ObjectKey mapObject(ObjectKind kind, std::string id, std::string parentId);
 };
 
 bool operator==(const ObjectKey& left, const ObjectKey& right);
@@ -61,10 +56,28 @@ struct DeviceRecord : ::Device {
   std::string siteId;    // the submap of its site; may be empty
 };
 
+// How the devices of a subnetwork are connected. The inventory's file holds the
+// numbers, here and below.
+enum class Topology {
+  SINGLE = 0,
+  CHAIN = 1,
+  PATH_RING = 2,  // each path is protected by itself
+  OPEN_PATH_RING = 3,
+  SHARED_RING = 4,  // the paths share the protection
+  OPEN_SHARED_RING = 5,
+  MESH = 6
+};
+
 struct SubnetworkRecord : Labels {
   std::string id;
-  int topology = 0;  // the number of multiLayerSubnetwork::Topology_T
+  Topology topology = Topology::SINGLE;
 };
+
+enum class LinkDirection { UNIDIRECTIONAL = 0, BIDIRECTIONAL = 1 };
+
+// What a link carries: a section of the synchronous hierarchy, or one optical
+// channel.
+enum class LinkRate { UNKNOWN = 0, STM_1 = 20, STM_4 = 21, STM_16 = 22, WAVELENGTH = 40 };
 
 struct LinkEnd {
   long deviceId = 0;
@@ -74,8 +87,8 @@ struct LinkEnd {
 // A topological link of the subnetwork.
 struct LinkRecord : Labels {
   std::string id;
-  int direction = 1;  // 0 unidirectional, 1 bidirectional
-  short rate = 0;     // the number of the layer rate
+  LinkDirection direction = LinkDirection::BIDIRECTIONAL;
+  LinkRate rate = LinkRate::UNKNOWN;
   LinkEnd aEnd;
   LinkEnd zEnd;
 };
@@ -107,13 +120,20 @@ struct PhysicalLinkRecord {
   std::string linkId;
 };
 
+// In the order of ObjectKind.
 using ObjectRecord = std::variant<EmsRecord, DeviceRecord, SubnetworkRecord, LinkRecord, NodeRecord,
                                   SubMapRecord, DisplayLinkRecord, PhysicalLinkRecord>;
 
-ObjectKey keyOf(const ObjectRecord& record);
+ObjectKey keyOf(const ObjectRecord& object);
 
-// In the order of notifications::PerceivedSeverity_T.
-enum class Severity { Indeterminate, Critical, Major, Minor, Warning, Cleared };
+enum class Severity {
+  Indeterminate = 0,
+  Critical = 1,
+  Major = 2,
+  Minor = 3,
+  Warning = 4,
+  Cleared = 5
+};
 
 // An alarm is told from others by device, probable cause and qualifier.
 struct AlarmRecord {

@@ -4,8 +4,7 @@
 #include <array>
 #include <map>
 
-#include "agent/ems/ids.h"
-#include "agent/ems/tables.h"
+#include "agent/ems/objects.h"
 
 namespace zk::agent {
 
@@ -13,20 +12,19 @@ namespace {
 
 constexpr char OWNER[] = "Veltra";
 constexpr char NETWORK_SUBMAP_ID[] = "1";
-constexpr int MESH = 6;  // multiLayerSubnetwork::TOPO_MESH
 
 struct Product {
   const char* name;
   const char* shortName;
   const char* version;
-  short rate;  // of the links between two of them
+  LinkRate rate;  // of the links between two of them
 };
 
 constexpr std::array<Product, 4> PRODUCTS{
-    {{"Quor QA-8 Access Multiplexer", "QA8", "3.1.4", 20},
-     {"Quor QM-32 Metro Multiplexer", "QM32", "5.0.2", 21},
-     {"Quor QC-96 Cross-Connect", "QC96", "5.2.0", 22},
-     {"Quor QW-40 Wavelength Terminal", "QW40", "2.7.1", 40}}};
+    {{"Quor QA-8 Access Multiplexer", "QA8", "3.1.4", LinkRate::STM_1},
+     {"Quor QM-32 Metro Multiplexer", "QM32", "5.0.2", LinkRate::STM_4},
+     {"Quor QC-96 Cross-Connect", "QC96", "5.2.0", LinkRate::STM_16},
+     {"Quor QW-40 Wavelength Terminal", "QW40", "2.7.1", LinkRate::WAVELENGTH}}};
 
 constexpr std::array<const char*, 12> SITES{
     {"Aldermoor", "Brackenhill", "Corvendale", "Dunmarrow", "Elmsreach", "Fenwater", "Grayhollow",
@@ -50,8 +48,8 @@ void label(Record& record, const std::string& name) {
 
 class Seeder {
  public:
-  Seeder(Database& database, const SeedOptions& options)
-      : database_(database), devices_(options.devices), sites_(options.sites) {}
+  Seeder(Tables& tables, const SeedOptions& options)
+      : tables_(tables), devices_(options.devices), sites_(options.sites) {}
 
   void run() {
     addTop();
@@ -98,7 +96,7 @@ class Seeder {
   }
   std::string nextPort(long device);
 
-  Database& database_;
+  Tables& tables_;
   const int devices_;
   const int sites_;
   long links_ = 0;
@@ -109,12 +107,12 @@ void Seeder::addTop() {
   EmsRecord ems;
   ems.userLabel = "Quor";
   ems.owner = OWNER;
-  insert(database_, ems);
+  tables_.insert(ems);
   SubnetworkRecord subnetwork;
   subnetwork.id = SUBNETWORK_ID;
-  subnetwork.topology = MESH;
+  subnetwork.topology = Topology::MESH;
   label(subnetwork, "Transport network");
-  insert(database_, subnetwork);
+  tables_.insert(subnetwork);
   addSubMap(ROOT_SUBMAP_ID, "", "Physical view");
   addSubMap(NETWORK_SUBMAP_ID, ROOT_SUBMAP_ID, "Transport network");
 }
@@ -125,7 +123,7 @@ void Seeder::addSubMap(const std::string& id, const std::string& parentId,
   subMap.id = id;
   subMap.parentId = parentId;
   label(subMap, name);
-  insert(database_, subMap);
+  tables_.insert(subMap);
 }
 
 void Seeder::addSiteMap(int site) { addSubMap(siteId(site), NETWORK_SUBMAP_ID, siteName(site)); }
@@ -148,14 +146,14 @@ void Seeder::addDevice(int site, int place) {
   device.location = siteName(site) + ", room " + std::to_string(1 + place / 8) + ", row " +
                     std::to_string(1 + place % 8);
   device.siteId = siteId(site);
-  insert(database_, device);
+  tables_.insert(device);
 
   NodeRecord node;
   node.id = nodeId(device.id);
   node.parentId = device.siteId;
   node.deviceId = device.id;
   label(node, device.name);
-  insert(database_, node);
+  tables_.insert(node);
 }
 
 void Seeder::addRing(int site) {
@@ -195,12 +193,12 @@ void Seeder::addLink(long aDevice, long zDevice, const std::string& submap,
   link.zEnd = {zDevice, nextPort(zDevice)};
   link.rate = std::min(productOf(aDevice).rate, productOf(zDevice).rate);
   label(link, "Link " + id);
-  insert(database_, link);
+  tables_.insert(link);
 
   PhysicalLinkRecord physicalLink;
   physicalLink.id = id;
   physicalLink.linkId = id;
-  insert(database_, physicalLink);
+  tables_.insert(physicalLink);
 
   DisplayLinkRecord drawn;
   drawn.id = id;
@@ -208,20 +206,20 @@ void Seeder::addLink(long aDevice, long zDevice, const std::string& submap,
   drawn.aEndId = aDrawn;
   drawn.zEndId = zDrawn;
   label(drawn, link.nativeName);
-  insert(database_, drawn);
+  tables_.insert(drawn);
 }
 
 void Seeder::storeCounters() {
-  setNextId(database_, ObjectKind::Device, devices_ + 1);
-  setNextId(database_, ObjectKind::Node, 2 + sites_ + devices_);
-  setNextId(database_, ObjectKind::Link, links_ + 1);
-  setNextId(database_, ObjectKind::PhysicalLink, links_ + 1);
-  setNextId(database_, ObjectKind::DisplayLink, links_ + 1);
+  setNextId(tables_, ObjectKind::Device, devices_ + 1);
+  setNextId(tables_, ObjectKind::Node, 2 + sites_ + devices_);
+  setNextId(tables_, ObjectKind::Link, links_ + 1);
+  setNextId(tables_, ObjectKind::PhysicalLink, links_ + 1);
+  setNextId(tables_, ObjectKind::DisplayLink, links_ + 1);
 }
 
 }  // namespace
 
-void seedInventory(Database& database, const SeedOptions& options) {
+void seedInventory(Tables& tables, const SeedOptions& options) {
   if (options.devices < 0 || options.devices > 100000) {
     throw InventoryError("cannot be made with " + std::to_string(options.devices) +
                          " devices: 0 to 100000");
@@ -230,7 +228,7 @@ void seedInventory(Database& database, const SeedOptions& options) {
     throw InventoryError("cannot be made with " + std::to_string(options.sites) +
                          " sites: 1 to 1000");
   }
-  Seeder(database, options).run();
+  Seeder(tables, options).run();
 }
 
 }  // namespace zk::agent

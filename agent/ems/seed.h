@@ -9,13 +9,13 @@
 #define ZK_AGENT_EMS_SEED_H
 
 #include "agent/ems/inventory.h"
-#include "agent/ems/sqlite.h"
+#include "agent/ems/tables.h"
 
 namespace zk::agent {
 
 // Fills the empty tables, in the caller's transaction. Throws InventoryError for
 // options out of their range.
-void seedInventory(Database& database, const SeedOptions& options);
+void seedInventory(Tables& tables, const SeedOptions& options);
 
 }  // namespace zk::agent
 

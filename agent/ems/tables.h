@@ -1,77 +1,123 @@
-// Records to and from the rows of their tables: one overload for each record.
-// The caller holds the inventory's lock.
+// The inventory's tables: its SQLite connection, and records to and from their
+// rows. One thread at a time may use it: the caller holds the inventory's lock.
+//
+// Everything throws SQLite::Exception when the storage fails.
 #ifndef ZK_AGENT_EMS_TABLES_H
 #define ZK_AGENT_EMS_TABLES_H
 
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <SQLiteCpp/VariadicBind.h>
+
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "agent/ems/records.h"
-#include "agent/ems/sqlite.h"
+#include "agent/ems/rows.h"
 
 namespace zk::agent {
 
-// The query for one record by its id, with the columns in read()'s order. Only
-// the argument's type counts.
-const char* selectOf(const EmsRecord&);
-const char* selectOf(const DeviceRecord&);
-const char* selectOf(const SubnetworkRecord&);
-const char* selectOf(const LinkRecord&);
-const char* selectOf(const NodeRecord&);
-const char* selectOf(const SubMapRecord&);
-const char* selectOf(const DisplayLinkRecord&);
-const char* selectOf(const PhysicalLinkRecord&);
+class Tables {
+ public:
+  // Opens, or makes when there is none, the file path; ":memory:" is no file.
+  explicit Tables(const std::string& path);
 
-void read(const Statement& row, EmsRecord& record);
-void read(const Statement& row, DeviceRecord& record);
-void read(const Statement& row, SubnetworkRecord& record);
-void read(const Statement& row, LinkRecord& record);
-void read(const Statement& row, NodeRecord& record);
-void read(const Statement& row, SubMapRecord& record);
-void read(const Statement& row, DisplayLinkRecord& record);
-void read(const Statement& row, PhysicalLinkRecord& record);
+  SQLite::Database& database() { return database_; }
 
-void insert(Database& database, const EmsRecord& record);
-void insert(Database& database, const DeviceRecord& record);
-void insert(Database& database, const SubnetworkRecord& record);
-void insert(Database& database, const LinkRecord& record);
-void insert(Database& database, const NodeRecord& record);
-void insert(Database& database, const SubMapRecord& record);
-void insert(Database& database, const DisplayLinkRecord& record);
-void insert(Database& database, const PhysicalLinkRecord& record);
+  // A prepared statement on loan: at its end it is ready for the next borrower.
+  // The same SQL text cannot be on loan twice at once.
+  struct Reset {
+    void operator()(SQLite::Statement* statement) const { statement->tryReset(); }
+  };
+  using Loan = std::unique_ptr<SQLite::Statement, Reset>;
 
-// The table that holds the kind's objects. Nodes and submaps share one, in which
-// only rows with the condition are of the kind.
-struct TableOf {
-  const char* name;
-  const char* condition;
-};
-TableOf tableOf(ObjectKind kind);
-
-template <class Record, class Id>
-std::optional<Record> find(Database& database, const Id& id) {
-  std::optional<Record> record(std::in_place);
-  Statement row = database.prepare(selectOf(*record), id);
-  if (!row.step()) {
-    return std::nullopt;
+  // values are for the statement's parameters, first to last.
+  template <class... Values>
+  Loan prepare(const std::string& sql, const Values&... values) {
+    Loan statement(borrow(sql));
+    SQLite::bind(*statement, values...);
+    return statement;
   }
-  read(row, *record);
-  return record;
-}
 
-// The object, whatever its kind, if it is where the key says.
-std::optional<ObjectRecord> find(Database& database, const ObjectKey& key);
+  // For a statement without rows.
+  template <class... Values>
+  void execute(const std::string& sql, const Values&... values) {
+    prepare(sql, values...)->executeStep();
+  }
 
-// See Inventory::labelInUse.
-bool labelTaken(Database& database, ObjectKind kind, const std::string& label,
-                const std::string& exceptId);
+  // The first column of the first row; 0 or empty without a row.
+  template <class Value, class... Values>
+  Value valueOf(const std::string& sql, const Values&... values) {
+    const Loan row = prepare(sql, values...);
+    Value value{};
+    if (row->executeStep()) {
+      readValue(row->getColumn(0), value);
+    }
+    return value;
+  }
 
-// The device id that the text writes in plain decimal, or 0.
-long deviceIdOf(const std::string& text);
+  // The first column of every row.
+  template <class Value, class... Values>
+  std::vector<Value> valuesOf(const std::string& sql, const Values&... values) {
+    const Loan row = prepare(sql, values...);
+    std::vector<Value> all;
+    while (row->executeStep()) {
+      readValue(row->getColumn(0), all.emplace_back());
+    }
+    return all;
+  }
 
-// Throws SqliteError when a table is missing or has other columns.
-void checkTables(Database& database);
+  // The record with the id.
+  template <class Record, class Id>
+  std::optional<Record> find(const Id& id) {
+    static const std::string sql = selectOf<Record>("id = ?");
+    const Loan row = prepare(sql, id);
+    std::optional<Record> record;
+    if (row->executeStep()) {
+      readRow(*row, record.emplace());
+    }
+    return record;
+  }
+
+  // The records that the condition, with values for its parameters, is true of.
+  template <class Record, class... Values>
+  std::vector<Record> all(const std::string& condition, const Values&... values) {
+    const Loan row = prepare(selectOf<Record>(condition), values...);
+    std::vector<Record> records;
+    while (row->executeStep()) {
+      readRow(*row, records.emplace_back());
+    }
+    return records;
+  }
+
+  template <class Record>
+  void insert(const Record& record) {
+    static const std::string sql = insertOf<Record>();
+    const Loan statement(borrow(sql));
+    bindRow(*statement, record);
+    statement->executeStep();
+  }
+
+  // Stores all members but the id.
+  template <class Record, class Id>
+  void update(const Record& record, const Id& id) {
+    static const std::string sql = updateOf<Record>();
+    const Loan statement(borrow(sql));
+    statement->bind(bindRow(*statement, record), id);
+    statement->executeStep();
+  }
+
+  // Throws when a table is missing or has other columns.
+  void check();
+
+ private:
+  SQLite::Statement* borrow(const std::string& sql);
+
+  // The statements go before the connection.
+  SQLite::Database database_;
+  std::map<std::string, SQLite::Statement> statements_;
+};
 
 }  // namespace zk::agent
 

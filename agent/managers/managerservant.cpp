@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "agent/base/sequences.h"
-#include "agent/ems/emsrequest.h"
+#include "agent/ems/inventorybackend.h"
 #include "agent/tmf/errors.h"
 #include "agent/tmf/names.h"
 #include "zk_quornex/mo/commonfunc.h"

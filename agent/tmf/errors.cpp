@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "agent/base/log.h"
-#include "agent/ems/result.h"
+#include "agent/ems/changes.h"
 #include "zk_quornex/names/codes.h"
 #include "zk_quornex/platform/config.h"
 

@@ -30,6 +30,43 @@ topologyMap::MapObject_T labelled(const ObjectKey& key, const Labels& labels) {
   return result;
 }
 
+multiLayerSubnetwork::Topology_T topologyOf(Topology topology) {
+  switch (topology) {
+    case Topology::SINGLE:
+      return multiLayerSubnetwork::TOPO_SINGLETON;
+    case Topology::CHAIN:
+      return multiLayerSubnetwork::TOPO_CHAIN;
+    case Topology::PATH_RING:
+      return multiLayerSubnetwork::TOPO_PSR;
+    case Topology::OPEN_PATH_RING:
+      return multiLayerSubnetwork::TOPO_OPEN_PSR;
+    case Topology::SHARED_RING:
+      return multiLayerSubnetwork::TOPO_SPRING;
+    case Topology::OPEN_SHARED_RING:
+      return multiLayerSubnetwork::TOPO_OPEN_SPRING;
+    case Topology::MESH:
+      break;
+  }
+  return multiLayerSubnetwork::TOPO_MESH;
+}
+
+// The number of the layer rate; 0 is none of them.
+transmissionParameters::LayerRate_T layerRateOf(LinkRate rate) {
+  switch (rate) {
+    case LinkRate::STM_1:
+      return 20;
+    case LinkRate::STM_4:
+      return 21;
+    case LinkRate::STM_16:
+      return 22;
+    case LinkRate::WAVELENGTH:
+      return 40;
+    case LinkRate::UNKNOWN:
+      break;
+  }
+  return 0;
+}
+
 }  // namespace
 
 emsMgr::EMS_T emsOf(const EmsRecord& record) {
@@ -57,7 +94,7 @@ multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord
   multiLayerSubnetwork::MultiLayerSubnetwork_T subnetwork;
   subnetwork.name = nmsNameOf(ObjectKey::subnetwork(record.id));
   setLabels(subnetwork, record);
-  subnetwork.subnetworkType = static_cast<multiLayerSubnetwork::Topology_T>(record.topology);
+  subnetwork.subnetworkType = topologyOf(record.topology);
   return subnetwork;
 }
 
@@ -69,7 +106,14 @@ topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record) {
   link.rate = record.rate;
   link.aEndTP = nmsNameOf(record.aEnd);
   link.zEndTP = nmsNameOf(record.zEnd);
-  return link;
+}
+
+link.direction =
+    record.direction == LinkDirection::UNIDIRECTIONAL ? globaldefs::CD_UNI : globaldefs::CD_BI;
+link.rate = layerRateOf(record.rate);
+link.aEndTP = nameOfPort(record.aEnd);
+link.zEndTP = nameOfPort(record.zEnd);
+return link;
 }
 
 topologyMap::MapObject_T mapObjectOf(const NodeRecord& node) {

@@ -205,7 +205,7 @@ Result Changer::createLink() {
   const std::size_t a = chance_.below(devices.size());
   const std::size_t z = (a + 1 + chance_.below(devices.size() - 1)) % devices.size();
   LinkRecord link;
-  link.rate = 20;
+  link.rate = LinkRate::STM_1;
   link.aEnd = {idOf(devices[a]), "/rack=1/shelf=1/slot=30/port=1"};
   link.zEnd = {idOf(devices[z]), "/rack=1/shelf=1/slot=30/port=2"};
   return add(std::move(link), "New link");

@@ -5,7 +5,6 @@
 
 #include <thread>
 
-#include "agent/ems/emsrequest.h"
 #include "agent/ems/inventorybackend.h"
 #include "tests/agent/ems/support.h"
 #include "tests/support/doubles.h"

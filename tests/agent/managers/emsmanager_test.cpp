@@ -98,8 +98,8 @@ TEST_F(EmsManager, showsOneLinkWithItsEnds) {
   record.nativeName = "A-Z";
   record.userLabel = "label";
   record.owner = "owner";
-  record.direction = 0;
-  record.rate = 21;
+  record.direction = zk::agent::LinkDirection::UNIDIRECTIONAL;
+  record.rate = zk::agent::LinkRate::STM_4;
   ASSERT_EQ(agent.inventory->create(record), zk::agent::Result::Done);
   topologicalLink::TopologicalLink_T_var link;
   manager->getTopLevelTopologicalLink(named("TopologicalLink", record.id), link.out());

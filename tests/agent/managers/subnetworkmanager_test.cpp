@@ -33,7 +33,7 @@ TEST_F(SubnetworkManager, showsTheSubnetwork) {
   EXPECT_EQ(dump(subnetwork->name), "EMS=Quor/1|MultiLayerSubnetwork=1");
   EXPECT_STREQ(subnetwork->userLabel, record.userLabel.c_str());
   EXPECT_STREQ(subnetwork->nativeEMSName, record.nativeName.c_str());
-  EXPECT_EQ(static_cast<int>(subnetwork->subnetworkType), record.topology);
+  EXPECT_EQ(static_cast<int>(subnetwork->subnetworkType), static_cast<int>(record.topology));
   EXPECT_EQ(subnetwork->supportedRates.length(), 0U);
 }
 

@@ -1,5 +1,5 @@
 // Labels, owners and names that change in the embedded EMS.
-#include "agent/ems/emsrequest.h"
+#include "agent/ems/inventorybackend.h"
 #include "tests/agent/tmf/network.h"
 #include "zk_quornex/mo/commonfunc.h"
 

@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "agent/ems/result.h"
+#include "agent/ems/changes.h"
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"
 

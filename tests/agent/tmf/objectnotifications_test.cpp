@@ -1,4 +1,5 @@
 // Objects that come and go in the embedded EMS.
+#include "agent/tmf/objectnames.h"
 #include "tests/agent/tmf/network.h"
 #include "tests/mo/recordtext.h"
 #include "zk_quornex/names/nameconvert.h"
@@ -103,8 +104,8 @@ TEST_F(ObjectNotifications, tellALink) {
   LinkRecord link;
   link.nativeName = "North ring";
   link.owner = "Veltra";
-  link.direction = 0;
-  link.rate = 22;
+  link.direction = LinkDirection::UNIDIRECTIONAL;
+  link.rate = LinkRate::STM_16;
   link.aEnd = {1, "/rack=1/port=7"};
   link.zEnd = {2, "/rack=1/port=8"};
   create(link);
@@ -154,8 +155,7 @@ TEST_F(ObjectNotifications, tellASubMapInThePhysicalRoot) {
             "EMS=Quor/1|" + name + " 'Second network' 'Second network' '' ");
   NS_QUORCORBA::CASubMapName read;
   ASSERT_EQ(read.Nms2EmsName(bodyOf<topologyMap::MapObject_T>(event).name), 0U);
-  const ObjectKey key = ObjectKey::mapObject(ObjectKind::SubMap, read.id_, read.parentId_);
-  ASSERT_EQ(inventory->remove(key), Result::Done);
+  ASSERT_EQ(inventory->remove(keyOfName(read)), Result::Done);
   EXPECT_EQ(told(), Texts{deletion(name, "OT_AID", "SUBMAP")});
 }
 
