@@ -7,22 +7,23 @@
 
 namespace zk::agent {
 
-void Delivery::setListener(ChangeListener* listener) {
+// A thread that is delivering holds the mutex, in a call of deliver() further up.
+void Delivery::setListener(ChangeListener* listener) ZK_NO_THREAD_SAFETY_ANALYSIS {
   if (deliveringHere()) {
     listener_ = listener;
     return;
   }
-  const std::lock_guard<std::mutex> guard(deliveryMutex_);
+  const MutexLock guard(deliveryMutex_);
   listener_ = listener;
 }
 
 void Delivery::queue(ListenerCalls calls) {
-  const std::lock_guard<std::mutex> guard(queueMutex_);
+  const MutexLock guard(queueMutex_);
   std::move(calls.begin(), calls.end(), std::back_inserter(queue_));
 }
 
 std::optional<ListenerCall> Delivery::next() {
-  const std::lock_guard<std::mutex> guard(queueMutex_);
+  const MutexLock guard(queueMutex_);
   if (queue_.empty()) {
     return std::nullopt;
   }
@@ -50,7 +51,7 @@ void Delivery::deliver() {
   if (deliveringHere()) {
     return;
   }
-  const std::lock_guard<std::mutex> guard(deliveryMutex_);
+  const MutexLock guard(deliveryMutex_);
   deliverer_ = std::this_thread::get_id();
   while (const std::optional<ListenerCall> waiting = next()) {
     call(*waiting);

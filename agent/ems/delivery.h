@@ -5,12 +5,12 @@
 #include <atomic>
 #include <deque>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
 
 #include "agent/ems/changes.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -34,13 +34,13 @@ class Delivery {
  private:
   bool deliveringHere() const { return deliverer_.load() == std::this_thread::get_id(); }
   std::optional<ListenerCall> next();
-  void call(const ListenerCall& listenerCall) const;
+  void call(const ListenerCall& listenerCall) const ZK_REQUIRES(deliveryMutex_);
 
-  std::mutex queueMutex_;  // taken last
-  std::deque<ListenerCall> queue_;
+  Mutex queueMutex_;  // taken last
+  std::deque<ListenerCall> queue_ ZK_GUARDED_BY(queueMutex_);
 
-  std::mutex deliveryMutex_;  // held during the listener's calls
-  ChangeListener* listener_ = nullptr;
+  Mutex deliveryMutex_;  // held during the listener's calls
+  ChangeListener* listener_ ZK_GUARDED_BY(deliveryMutex_) = nullptr;
   std::atomic<std::thread::id> deliverer_{};  // who holds deliveryMutex_
 };
 

@@ -1,13 +1,11 @@
 #include "agent/ems/inventory.h"
 
-#include <condition_variable>
-#include <mutex>
 #include <utility>
 
 #include "agent/ems/alarms.h"
 #include "agent/ems/delivery.h"
-#include "agent/ems/inventoryfile.h"
 #include "agent/ems/objects.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::agent {
 
@@ -15,27 +13,47 @@ namespace {
 
 // A lock that is had in the order of asking. Readers that ask again and again
 // would keep a change waiting for long on a lock without order.
-class TurnLock {
+class ZK_CAPABILITY("mutex") TurnLock {
  public:
-  void lock() {
-    std::unique_lock<std::mutex> guard(mutex_);
+  void lock() ZK_ACQUIRE() {
+    const MutexLock guard(mutex_);
     const unsigned long turn = last_++;
-    moved_.wait(guard, [&] { return turn == current_; });
+    while (turn != current_) {
+      moved_.wait(mutex_);
+    }
   }
 
-  void unlock() {
+  void unlock() ZK_RELEASE() {
     {
-      const std::lock_guard<std::mutex> guard(mutex_);
+      const MutexLock guard(mutex_);
       ++current_;
     }
-    moved_.notify_all();
+    moved_.notifyAll();
   }
 
  private:
-  std::mutex mutex_;
-  std::condition_variable moved_;
-  unsigned long last_ = 0;     // the turn that the next one to ask gets
-  unsigned long current_ = 0;  // whose turn it is
+  Mutex mutex_;
+  Condition moved_;
+  unsigned long last_ ZK_GUARDED_BY(mutex_) = 0;     // the turn that the next one to ask gets
+  unsigned long current_ ZK_GUARDED_BY(mutex_) = 0;  // whose turn it is
+};
+
+class ZK_SCOPED_CAPABILITY Turn {
+ public:
+  explicit Turn(TurnLock& lock) ZK_ACQUIRE(lock) : lock_(lock) { lock_.lock(); }
+  ~Turn() ZK_RELEASE() { lock_.unlock(); }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  TurnLock& lock_;
+};
+
+// What the lock is over.
+struct Network {
+  Tables tables;
+  Alarms alarms{tables};
+  Objects objects{tables, alarms};
 };
 
 }  // namespace
@@ -44,7 +62,7 @@ class TurnLock {
 class Inventory::Impl {
  public:
   Impl(const std::string& path, const SeedOptions& seed)
-      : path_(path), tables_(openInventoryFile(path, seed)) {}
+      : path_(path), network_{Tables::open(path, seed)} {}
 
   const std::string& path() const { return path_; }
   Delivery& delivery() { return delivery_; }
@@ -53,15 +71,19 @@ class Inventory::Impl {
   // beside the exclusive lock, and one query takes microseconds.
   template <class Query>
   auto query(Query&& run) {
-    const std::lock_guard<TurnLock> guard(lock_);
-    return guarded(run);
+    const Turn turn(lock_);
+    try {
+      return run(network_);
+    } catch (const SQLite::Exception& error) {
+      throw InventoryError("inventory " + path_ + ": " + error.what());
+    }
   }
 
-  // step changes the tables and adds what the listener is to be told; unless it
+  // step changes the network and adds what the listener is to be told; unless it
   // returns Done, both are forgotten.
   template <class Step>
   Result change(Step&& step) {
-    const Result result = query([&] { return stored(step); });
+    const Result result = query([&](Network& network) { return stored(network, step); });
     if (result == Result::Done) {
       delivery_.deliver();
     }
@@ -70,16 +92,16 @@ class Inventory::Impl {
 
   template <class Record, class Id>
   std::optional<Record> find(const Id& id) {
-    return query([&] { return tables_.find<Record>(id); });
+    return query([&](Network& network) { return network.tables.find<Record>(id); });
   }
 
   template <class Record, class Id>
   std::vector<Record> findAll(const std::vector<Id>& ids) {
-    return query([&] {
+    return query([&](Network& network) {
       std::vector<Record> records;
       records.reserve(ids.size());
       for (const Id& id : ids) {
-        if (auto record = tables_.find<Record>(id)) {
+        if (auto record = network.tables.find<Record>(id)) {
           records.push_back(std::move(*record));
         }
       }
@@ -90,25 +112,22 @@ class Inventory::Impl {
   template <class Record>
   Result create(Record& record) {
     ObjectRecord made = record;
-    const Result result =
-        change([&](ListenerCalls& calls) { return objects_.create(made, calls); });
+    const Result result = change([&](Network& network, ListenerCalls& calls) {
+      return network.objects.create(made, calls);
+    });
     if (result == Result::Done) {
       record = std::get<Record>(std::move(made));
     }
     return result;
   }
 
-  // For query and change.
-  Tables& tables() { return tables_; }
-  Objects& objects() { return objects_; }
-  Alarms& alarms() { return alarms_; }
-
  private:
   template <class Step>
-  Result stored(Step& step) {
+  Result stored(Network& network, Step& step) {
     ListenerCalls calls;
-    SQLite::Transaction transaction(tables_.database(), SQLite::TransactionBehavior::IMMEDIATE);
-    const Result result = step(calls);
+    SQLite::Transaction transaction(network.tables.database(),
+                                    SQLite::TransactionBehavior::IMMEDIATE);
+    const Result result = step(network, calls);
     if (result == Result::Done) {
       transaction.commit();
       delivery_.queue(std::move(calls));
@@ -116,22 +135,10 @@ class Inventory::Impl {
     return result;
   }
 
-  template <class Work>
-  auto guarded(Work& work) {
-    try {
-      return work();
-    } catch (const SQLite::Exception& error) {
-      throw InventoryError("inventory " + path_ + ": " + error.what());
-    }
-  }
-
   const std::string path_;
   Delivery delivery_;
-
   TurnLock lock_;  // taken before the delivery's queue, never during a delivery
-  Tables tables_;
-  Alarms alarms_{tables_};
-  Objects objects_{tables_, alarms_};
+  Network network_ ZK_GUARDED_BY(lock_);
 };
 
 std::unique_ptr<Inventory> Inventory::open(const std::string& path, const SeedOptions& seed) {
@@ -179,12 +186,13 @@ std::optional<PhysicalLinkRecord> Inventory::physicalLink(const std::string& id)
 }
 
 bool Inventory::exists(const ObjectKey& key) const {
-  return impl_->query([&] { return impl_->objects().find(key).has_value(); });
+  return impl_->query([&](Network& network) { return network.objects.find(key).has_value(); });
 }
 
 std::vector<long> Inventory::deviceIds() const {
-  return impl_->query(
-      [&] { return impl_->tables().valuesOf<long>("SELECT id FROM device ORDER BY id"); });
+  return impl_->query([](Network& network) {
+    return network.tables.valuesOf<long>("SELECT id FROM device ORDER BY id");
+  });
 }
 
 std::vector<DeviceRecord> Inventory::devices(const std::vector<long>& ids) const {
@@ -192,7 +200,7 @@ std::vector<DeviceRecord> Inventory::devices(const std::vector<long>& ids) const
 }
 
 std::vector<std::string> Inventory::ids(ObjectKind kind, const std::string& parentId) const {
-  return impl_->query([&] { return impl_->objects().ids(kind, parentId); });
+  return impl_->query([&](Network& network) { return network.objects.ids(kind, parentId); });
 }
 
 std::vector<LinkRecord> Inventory::links(const std::vector<std::string>& ids) const {
@@ -217,20 +225,21 @@ std::vector<PhysicalLinkRecord> Inventory::physicalLinks(
 }
 
 long Inventory::count(ObjectKind kind) const {
-  return impl_->query([&] { return impl_->objects().count(kind); });
+  return impl_->query([&](Network& network) { return network.objects.count(kind); });
 }
 
 bool Inventory::labelInUse(ObjectKind kind, const std::string& label,
                            const std::string& exceptId) const {
-  return impl_->query([&] { return impl_->objects().labelInUse(kind, label, exceptId); });
+  return impl_->query(
+      [&](Network& network) { return network.objects.labelInUse(kind, label, exceptId); });
 }
 
 // --- Changes ---
 
 Result Inventory::setAttribute(const ObjectKey& key, Attribute attribute, const std::string& text,
                                const ChangeOptions& options) {
-  return impl_->change([&](ListenerCalls& calls) {
-    return impl_->objects().setAttribute(key, attribute, text, options, calls);
+  return impl_->change([&](Network& network, ListenerCalls& calls) {
+    return network.objects.setAttribute(key, attribute, text, options, calls);
   });
 }
 
@@ -242,15 +251,16 @@ Result Inventory::create(DisplayLinkRecord& displayLink) { return impl_->create(
 Result Inventory::create(PhysicalLinkRecord& physicalLink) { return impl_->create(physicalLink); }
 
 Result Inventory::remove(const ObjectKey& key) {
-  return impl_->change([&](ListenerCalls& calls) { return impl_->objects().remove(key, calls); });
+  return impl_->change(
+      [&](Network& network, ListenerCalls& calls) { return network.objects.remove(key, calls); });
 }
 
 // --- Alarms ---
 
 Result Inventory::raiseAlarm(AlarmRecord& alarm) {
   AlarmRecord raised = alarm;
-  const Result result =
-      impl_->change([&](ListenerCalls& calls) { return impl_->alarms().raise(raised, calls); });
+  const Result result = impl_->change(
+      [&](Network& network, ListenerCalls& calls) { return network.alarms.raise(raised, calls); });
   if (result == Result::Done) {
     alarm = std::move(raised);
   }
@@ -258,13 +268,14 @@ Result Inventory::raiseAlarm(AlarmRecord& alarm) {
 }
 
 Result Inventory::clearAlarm(long id) {
-  return impl_->change([&](ListenerCalls& calls) { return impl_->alarms().clear(id, calls); });
+  return impl_->change(
+      [&](Network& network, ListenerCalls& calls) { return network.alarms.clear(id, calls); });
 }
 
 std::optional<AlarmRecord> Inventory::alarm(long id) const { return impl_->find<AlarmRecord>(id); }
 
 std::vector<AlarmRecord> Inventory::activeAlarms(std::optional<long> deviceId) const {
-  return impl_->query([&] { return impl_->alarms().list(deviceId); });
+  return impl_->query([&](Network& network) { return network.alarms.list(deviceId); });
 }
 
 }  // namespace zk::agent

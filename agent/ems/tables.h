@@ -1,7 +1,7 @@
-// The inventory's tables: its SQLite connection, and records to and from their
-// rows. One thread at a time may use it: the caller holds the inventory's lock.
+// The inventory's tables: their file, and records to and from their rows. One
+// thread at a time may use them: the caller holds the inventory's lock.
 //
-// Everything throws SQLite::Exception when the storage fails.
+// Everything but open throws SQLite::Exception when the storage fails.
 #ifndef ZK_AGENT_EMS_TABLES_H
 #define ZK_AGENT_EMS_TABLES_H
 
@@ -14,14 +14,16 @@
 #include <string>
 #include <vector>
 
+#include "agent/ems/inventory.h"
 #include "agent/ems/rows.h"
 
 namespace zk::agent {
 
 class Tables {
  public:
-  // Opens, or makes when there is none, the file path; ":memory:" is no file.
-  explicit Tables(const std::string& path);
+  // See Inventory::open. The connection keeps every other one out until it closes,
+  // or its process ends in whatever way.
+  static Tables open(const std::string& path, const SeedOptions& seed);
 
   SQLite::Database& database() { return database_; }
 
@@ -108,10 +110,8 @@ class Tables {
     statement->executeStep();
   }
 
-  // Throws when a table is missing or has other columns.
-  void check();
-
  private:
+  explicit Tables(const std::string& path);
   SQLite::Statement* borrow(const std::string& sql);
 
   // The statements go before the connection.

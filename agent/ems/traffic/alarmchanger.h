@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "agent/ems/inventory.h"
-#include "agent/ems/traffic/chance.h"
+#include "agent/ems/traffic/population.h"
 
 namespace zk::agent {
 

@@ -2,14 +2,19 @@
 #ifndef ZK_AGENT_EMS_TRAFFIC_CHANGER_H
 #define ZK_AGENT_EMS_TRAFFIC_CHANGER_H
 
+#include <string>
+
 #include "agent/ems/traffic/alarmchanger.h"
-#include "agent/ems/traffic/chance.h"
 #include "agent/ems/traffic/population.h"
 
 namespace zk::agent {
 
 // The most objects of its own at a time.
 inline constexpr std::size_t MOST_TRAFFIC_OBJECTS = 60;
+
+// A text that changes and stays recognisable: "north", "north (2)", "north (3)".
+// Never the text itself; after 999 comes 2 again, so it does not grow on.
+std::string nextNumbered(const std::string& text);
 
 class Changer {
  public:

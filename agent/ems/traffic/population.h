@@ -1,9 +1,10 @@
-// The objects that made-up changes are about: those that were there before, and
-// those that the traffic itself created. For one thread.
+// What made-up changes are about, and how it is chosen. For one thread.
 #ifndef ZK_AGENT_EMS_TRAFFIC_POPULATION_H
 #define ZK_AGENT_EMS_TRAFFIC_POPULATION_H
 
+#include <cstddef>
 #include <map>
+#include <random>
 #include <vector>
 
 #include "agent/ems/inventory.h"
@@ -15,6 +16,7 @@ namespace zk::agent {
 inline constexpr char TRAFFIC_OWNER[] = "traffic";
 inline constexpr char TRAFFIC_PHYSICAL_LINK[] = "traffic-";  // how their ids begin
 
+// The objects that were there before, and those that the traffic itself created.
 class Population {
  public:
   explicit Population(const Inventory& inventory);
@@ -34,6 +36,25 @@ class Population {
 
   std::map<ObjectKind, std::vector<ObjectKey>> others_;
   std::vector<ObjectKey> own_;
+};
+
+// Random choices that are the same on every machine for the same seed, which
+// the standard library's distributions are not.
+class Chance {
+ public:
+  explicit Chance(unsigned seed) : engine_(seed) {}
+
+  // 0 to count - 1; count is at least 1.
+  std::size_t below(std::size_t count) { return engine_() % count; }
+
+  // container is not empty.
+  template <class Container>
+  auto& oneOf(Container& container) {
+    return container[below(container.size())];
+  }
+
+ private:
+  std::mt19937 engine_;
 };
 
 }  // namespace zk::agent

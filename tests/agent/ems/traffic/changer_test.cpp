@@ -162,4 +162,23 @@ TEST(Changer, goesOnWhenSomebodyElseRemovesObjects) {
   EXPECT_LE(refused, 30) << "objects that are gone are met again and again";
 }
 
+TEST(NumberedText, countsOn) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"north", "north (2)"},
+      {"north (2)", "north (3)"},
+      {"north (9)", "north (10)"},
+      {"north (998)", "north (999)"},
+      {"north (999)", "north (2)"},
+      {"", " (2)"},
+      {"north (0)", "north (0) (2)"},
+      {"north (1000)", "north (1000) (2)"},
+      {"north(2)", "north(2) (2)"},
+      {"north (2) ", "north (2)  (2)"},
+      {"two\nlines (7)", "two\nlines (8)"},
+  };
+  for (const auto& [text, expected] : cases) {
+    EXPECT_EQ(nextNumbered(text), expected) << text;
+  }
+}
+
 }  // namespace
