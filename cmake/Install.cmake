@@ -14,14 +14,15 @@ install(
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS zk-agent zk-nms RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
-foreach(folder idl names notify messages mo platform)
-  install(
-    DIRECTORY ${PROJECT_SOURCE_DIR}/zk_quornex/${folder}
-    DESTINATION ${ZK_HEADERS}
-    FILES_MATCHING
-    PATTERN "*.h"
-    REGEX "/(default/sinkqueue|names/(nameparse|pairs|debuglog)|messages/traceorigin)\\.h$"
-    EXCLUDE)
+# All headers but those that stay here.
+file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/internal-headers.txt internal)
+list(TRANSFORM internal PREPEND ${PROJECT_SOURCE_DIR}/)
+file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/zk_quornex/*.h)
+list(REMOVE_ITEM headers ${internal})
+foreach(header ${headers})
+  file(RELATIVE_PATH path ${PROJECT_SOURCE_DIR} ${header})
+  get_filename_component(folder ${path} DIRECTORY)
+  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
 endforeach()
 install(
   DIRECTORY ${PROJECT_BINARY_DIR}/zk_quornex/idl/stubs/

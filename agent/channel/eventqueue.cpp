@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "agent/channel/events.h"
+#include "zk_quornex/messages/messagecach.h"
 
 namespace zk::agent {
 
@@ -19,9 +20,9 @@ void grow(EventQueue::Batch& batch, CORBA::ULong length) {
     EventQueue::Batch larger(length);
     larger.length(batch.length());
     for (CORBA::ULong i = 0; i < batch.length(); ++i) {
-      moveEvent(batch[i], larger[i]);
+      NS_QUORCORBA::moveEvent(batch[i], larger[i]);
     }
-    moveSequence(larger, batch);
+    NS_QUORCORBA::moveSequence(larger, batch);
   }
   batch.length(length);
 }
@@ -76,12 +77,12 @@ void EventQueue::take(CORBA::ULong most, Batch& batch) {
     const CORBA::ULong before = batch.length();
     const CORBA::ULong count = std::min(left(), most - before);
     if (before == 0 && count == list_->length()) {
-      moveSequence(*list_, batch);
+      NS_QUORCORBA::moveSequence(*list_, batch);
       list_.reset();
     } else {
       grow(batch, before + count);
       for (CORBA::ULong i = before; i < before + count; ++i) {
-        moveEvent((*list_)[at_++], batch[i]);
+        NS_QUORCORBA::moveEvent((*list_)[at_++], batch[i]);
       }
     }
     gate_->fetched(count);

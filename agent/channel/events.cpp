@@ -34,17 +34,6 @@ std::string timeOf(const StructuredEvent& event) {
   return time.empty() ? NS_QUORCORBA::TimeChange::getUTCTime() : time;
 }
 
-void moveEvent(StructuredEvent& from, StructuredEvent& to) {
-  FixedEventHeader& source = from.header.fixed_header;
-  FixedEventHeader& target = to.header.fixed_header;
-  target.event_type.domain_name = source.event_type.domain_name._retn();
-  target.event_type.type_name = source.event_type.type_name._retn();
-  target.event_name = source.event_name._retn();
-  moveSequence(from.header.variable_header, to.header.variable_header);
-  moveSequence(from.filterable_data, to.filterable_data);
-  to.remainder_of_body = from.remainder_of_body;
-}
-
 CosNotification::EventTypeSeq* offeredTypes(CosNotifyChannelAdmin::ObtainInfoMode mode) {
   CosNotification::EventTypeSeq_var types = new CosNotification::EventTypeSeq;
   if (mode == CosNotifyChannelAdmin::ALL_NOW_UPDATES_OFF ||

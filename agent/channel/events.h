@@ -1,5 +1,5 @@
-// Structured events in the channel's hands: what it reads of them, how they pass
-// on without a copy, and which types there are. No state.
+// Structured events in the channel's hands: what it reads of them, and which
+// types there are. No state.
 //
 // Reading a property out of an Any may change how the ORB stores it: the event
 // must belong to the calling thread then. Copying an event only reads it.
@@ -18,28 +18,6 @@ std::string textOf(const CosNotification::StructuredEvent& event, const char* na
 
 // emsTime, or the present time for an event without.
 std::string timeOf(const CosNotification::StructuredEvent& event);
-
-// Makes to what from was, and leaves from with next to nothing in it. What belongs
-// to from changes hands; what it only refers to is copied. The sequences may be of
-// different types with the same elements.
-template <class From, class To>
-void moveSequence(From& from, To& to) {
-  const CORBA::ULong maximum = from.maximum();
-  const CORBA::ULong length = from.length();
-  auto* const buffer = length != 0 ? from.get_buffer(true) : nullptr;
-  if (buffer != nullptr) {
-    to.replace(maximum, length, buffer, true);
-    return;
-  }
-  to.length(length);
-  for (CORBA::ULong i = 0; i < length; ++i) {
-    to[i] = from[i];
-  }
-}
-
-// The same for an event: its texts and properties change hands; the body, which
-// most events have none of, is copied.
-void moveEvent(CosNotification::StructuredEvent& from, CosNotification::StructuredEvent& to);
 
 // The event types that the EMS sends, or an empty list for a mode that asks for
 // none now. The caller owns the result.

@@ -6,6 +6,7 @@
 #include "agent/channel/events.h"
 #include "agent/channel/sessionchannel.h"
 #include "agent/orb/orb.h"
+#include "zk_quornex/messages/messagecach.h"
 
 namespace zk::agent {
 
@@ -113,7 +114,7 @@ class StructuredPullServant
     hasEvent = proxy().pull(1, batch, wait) != 0;
     StructuredEvent_var event = new StructuredEvent;
     if (hasEvent) {
-      moveEvent(batch[0], event.inout());
+      NS_QUORCORBA::moveEvent(batch[0], event.inout());
     }
     return event._retn();
   }

@@ -102,18 +102,12 @@ topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record) {
   topologicalLink::TopologicalLink_T link;
   link.name = nmsNameOf(ObjectKey::link(record.id));
   setLabels(link, record);
-  link.direction = record.direction == 0 ? globaldefs::CD_UNI : globaldefs::CD_BI;
-  link.rate = record.rate;
+  link.direction =
+      record.direction == LinkDirection::UNIDIRECTIONAL ? globaldefs::CD_UNI : globaldefs::CD_BI;
+  link.rate = layerRateOf(record.rate);
   link.aEndTP = nmsNameOf(record.aEnd);
   link.zEndTP = nmsNameOf(record.zEnd);
-}
-
-link.direction =
-    record.direction == LinkDirection::UNIDIRECTIONAL ? globaldefs::CD_UNI : globaldefs::CD_BI;
-link.rate = layerRateOf(record.rate);
-link.aEndTP = nameOfPort(record.aEnd);
-link.zEndTP = nameOfPort(record.zEnd);
-return link;
+  return link;
 }
 
 topologyMap::MapObject_T mapObjectOf(const NodeRecord& node) {

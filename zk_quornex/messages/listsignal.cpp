@@ -3,8 +3,9 @@
 namespace NS_QUORCORBA {
 
 NXListSignal::State NXListSignal::wait(std::chrono::steady_clock::time_point until) {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait_until(lock, until, [this] { return filling_ != Filling::EMPTY; });
+  const zk::MutexLock lock(mutex_);
+  while (filling_ == Filling::EMPTY && changed_.waitUntil(mutex_, until)) {
+  }
   switch (filling_) {
     case Filling::FILLED:
       return State::EVENTS;
@@ -21,10 +22,10 @@ void NXListSignal::become(Filling filling) {
   if (filling_.load(std::memory_order_relaxed) == filling) {
     return;
   }
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const zk::MutexLock guard(mutex_);
   if (filling_ != Filling::ENDED) {
     filling_ = filling;
-    changed_.notify_all();
+    changed_.notifyAll();
   }
 }
 

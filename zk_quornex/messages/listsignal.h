@@ -5,8 +5,8 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace NS_QUORCORBA {
 
@@ -48,8 +48,8 @@ class __attribute__((visibility("default"))) NXListSignal {
 
   void become(Filling filling);
 
-  std::mutex mutex_;
-  std::condition_variable changed_;
+  zk::Mutex mutex_;
+  zk::Condition changed_;
   std::atomic<Filling> filling_{Filling::EMPTY};  // changed under mutex_
 };
 

@@ -4,6 +4,7 @@
 #ifndef ZK_MESSAGES_MESSAGECACH_H
 #define ZK_MESSAGES_MESSAGECACH_H
 
+#include "zk_quornex/messages/eventmove.h"
 #include "zk_quornex/messages/filter.h"
 #include "zk_quornex/messages/listsignal.h"
 #include "zk_quornex/messages/messagecache.h"

@@ -1,10 +1,9 @@
 #include "zk_quornex/messages/messagecache.h"
 
-#include <ace/Guard_T.h>
-
 #include <limits>
 #include <new>
 
+#include "zk_quornex/messages/eventmove.h"
 #include "zk_quornex/messages/traceorigin.h"
 #include "zk_quornex/platform/config.h"
 
@@ -13,7 +12,6 @@ namespace NS_QUORCORBA {
 namespace {
 
 constexpr long DEFAULT_EVENTLISTSIZE = 500;
-constexpr mode_t LOCK_MODE = 0644;
 
 long configuredEventlistsize() {
   const long configured = CorbaAgentConfig::Instance()->GetEventlistsize();
@@ -35,6 +33,8 @@ std::unique_ptr<notifications::EventList_T> makeList(long size) {
   return list;
 }
 
+using CosNotification::StructuredEvent;
+
 struct Release {
   void operator()(NXEventHolder* event) const { event->release(); }
 };
@@ -46,7 +46,6 @@ using OwnReference = std::unique_ptr<NXEventHolder, Release>;
 
 NXMessageCache::NXMessageCache()
     : eventlistsize_(configuredEventlistsize()),
-      listLock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE),
       events_(makeList(eventlistsize_)),
       agent_(std::make_unique<Nex_MsgAgent>(this)) {
   agent_->start();
@@ -112,7 +111,7 @@ bool NXMessageCache::passes(const void* context) const {
 
 int NXMessageCache::getMsgList(notifications::EventList_T*& list) {
   auto fresh = makeList(eventlistsize_);
-  ACE_Guard<ACE_Mutex> guard(listLock_);
+  const NXGuard guard(listLock_);
   const long count = index_.load(std::memory_order_relaxed);
   traceOrigin();
   NS_CORBA::TaDebugWithPara(3, "[NXMessageCache::getMsgList]index=%d.", shown(count));
@@ -130,7 +129,7 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
     return -1;
   }
   OwnReference reference(event);
-  ACE_Guard<ACE_Mutex> guard(listLock_);
+  const NXGuard guard(listLock_);
   const long index = index_.load(std::memory_order_relaxed);
   if (index >= eventlistsize_) {
     events_->length(lengthFor(index + 1));
@@ -138,7 +137,12 @@ int NXMessageCache::assembleMsg(NXEventHolder* event) {
   if (events_->length() <= lengthFor(index)) {
     throw CORBA::BAD_PARAM();
   }
-  (*events_)[lengthFor(index)] = *event->get();
+  StructuredEvent& entry = (*events_)[lengthFor(index)];
+  if (event->isLast()) {
+    moveEvent(*event->get(), entry);
+  } else {
+    entry = *event->get();
+  }
   index_.store(index + 1, std::memory_order_relaxed);
   signal_->fill();
   reference.reset();

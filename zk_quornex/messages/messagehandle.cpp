@@ -1,15 +1,11 @@
 #include "zk_quornex/messages/messagehandle.h"
 
-#include <ace/Guard_T.h>
-
 #include "zk_quornex/messages/traceorigin.h"
 #include "zk_quornex/notify/exceptions.h"
 
 namespace NS_QUORCORBA {
 
 namespace {
-
-constexpr mode_t LOCK_MODE = 0644;
 
 // Without a text, nothing.
 void trace(const char* text, int line = __builtin_LINE()) {
@@ -43,14 +39,13 @@ const NXMessageHandle::FilterLines NXMessageHandle::CANCEL = {
     "[NXMessageHandle::cancelFilter]enter.", nullptr, nullptr,
     "[NXMessageHandle::cancelFilter]. clientID=%d", "[NXMessageHandle::cancelFilter]exit."};
 
-NXMessageHandle::NXMessageHandle()
-    : lock_(USYNC_THREAD, nullptr, nullptr, LOCK_MODE), security_("SecurityIF") {}
+NXMessageHandle::NXMessageHandle() : security_("SecurityIF") {}
 
 int NXMessageHandle::subscribeMsg(long clientID, NXMessageFilter* filter,
                                   NXMsgExceptionHanle* handler) {
   auto client = std::make_unique<NXMessageCache>();
 
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   auto& stored = clients_[clientID];
   client->setFilter(filter);
   client->setHandler(handler);
@@ -62,13 +57,13 @@ int NXMessageHandle::subscribeMsg(long clientID, NXMessageFilter* filter,
 }
 
 int NXMessageHandle::unSubscribeMsg(long clientID) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   clients_.erase(clientID);
   return 0;
 }
 
 int NXMessageHandle::setReportStatus(long clientID, bool report) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   trace("[NXMessageHandle::setReportStatus]enter.");
   findOrCreate(clientID, "[NXMessageHandle::setReportStatus]. clientID=%d").setReportStatus(report);
   trace("[NXMessageHandle::setReportStatus]exit.");
@@ -76,7 +71,7 @@ int NXMessageHandle::setReportStatus(long clientID, bool report) {
 }
 
 int NXMessageHandle::setFilter(long clientID, NXMessageFilter* filter) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   trace("[NXMessageHandle::setFilter]enter.");
   findOrCreate(clientID, "[NXMessageHandle::setFilter]not found. clientID=%d").setFilter(filter);
   trace("[NXMessageHandle::setFilter]exit.");
@@ -84,7 +79,7 @@ int NXMessageHandle::setFilter(long clientID, NXMessageFilter* filter) {
 }
 
 int NXMessageHandle::setLayerFilter(long clientID, const NXLayerFilter& layers) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   trace("[NXMessageHandle::setLayerFilter]enter.");
   findOrCreate(clientID, "[NXMessageHandle::setLayerFilter]. clientID=%d").mergeLayerFilter(layers);
   trace("[NXMessageHandle::setLayerFilter]exit.");
@@ -93,7 +88,7 @@ int NXMessageHandle::setLayerFilter(long clientID, const NXLayerFilter& layers) 
 
 int NXMessageHandle::onFilter(long clientID, const FilterLines& lines,
                               const std::function<int(NXMessageFilter&)>& operation) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   trace(lines.enter);
   int result = 0;
   if (NXMessageCache* client = find(clientID)) {
@@ -122,13 +117,13 @@ int NXMessageHandle::pushMessage(NXEventHolder* event, const void* context) {
 }
 
 int NXMessageHandle::getMsgList(long clientID, notifications::EventList_T*& list) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   NXMessageCache* client = find(clientID);
   return client != nullptr ? client->getMsgList(list) : 0;
 }
 
 std::shared_ptr<NXListSignal> NXMessageHandle::listSignal(long clientID) {
-  ACE_Guard<ACE_Mutex> guard(lock_);
+  const NXGuard guard(lock_);
   NXMessageCache* client = find(clientID);
   return client != nullptr ? client->listSignal() : nullptr;
 }

@@ -2,8 +2,6 @@
 #ifndef ZK_MESSAGES_MESSAGEHANDLE_H
 #define ZK_MESSAGES_MESSAGEHANDLE_H
 
-#include <ace/Mutex.h>
-
 #include <functional>
 #include <map>
 #include <memory>
@@ -95,14 +93,13 @@ class NXMessageHandle {
   int onFilter(long clientID, const FilterLines& lines,
                const std::function<int(NXMessageFilter&)>& operation);
 
-  // These need the class lock.
-  NXMessageCache* find(long clientID) const;
-  NXMessageCache& findOrCreate(long clientID, const char* tracedIfUnknown);
-  void removeInvalid();
+  NXMessageCache* find(long clientID) const ZK_REQUIRES(lock_);
+  NXMessageCache& findOrCreate(long clientID, const char* tracedIfUnknown) ZK_REQUIRES(lock_);
+  void removeInvalid() ZK_REQUIRES(lock_);
 
-  ACE_Mutex lock_;
-  Clients clients_;                                                       // guarded by lock_
-  NS_BUNDLEMGR1::CheckIFBuf<NS_SECURITY_SERVICE1::SecurityIF> security_;  // guarded by lock_
+  NXLock lock_;
+  Clients clients_ ZK_GUARDED_BY(lock_);
+  NS_BUNDLEMGR1::CheckIFBuf<NS_SECURITY_SERVICE1::SecurityIF> security_ ZK_GUARDED_BY(lock_);
 };
 
 }  // namespace NS_QUORCORBA

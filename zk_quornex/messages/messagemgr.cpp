@@ -18,6 +18,27 @@ namespace {
 
 using StaticLock = ACE_Guard<ACE_Recursive_Thread_Mutex>;
 
+// An ACE_RW_Mutex that clang can follow; read and write guards may fail to lock it.
+class ZK_CAPABILITY("mutex") RegistryLock : public ACE_RW_Mutex {};
+
+class ZK_SCOPED_CAPABILITY ReadGuard {
+ public:
+  explicit ReadGuard(RegistryLock& lock) ZK_ACQUIRE_SHARED(lock) : guard_(lock) {}
+  ~ReadGuard() ZK_RELEASE() {}
+
+ private:
+  ACE_Read_Guard<ACE_RW_Mutex> guard_;
+};
+
+class ZK_SCOPED_CAPABILITY WriteGuard {
+ public:
+  explicit WriteGuard(RegistryLock& lock) ZK_ACQUIRE(lock) : guard_(lock) {}
+  ~WriteGuard() ZK_RELEASE() {}
+
+ private:
+  ACE_Write_Guard<ACE_RW_Mutex> guard_;
+};
+
 // The registered classes, for the life of the process: never destroyed, since
 // clients' threads and late pushes may outlive the end of main. A guard that
 // could not lock is not noticed: the lookup then goes on without the lock.
@@ -38,8 +59,8 @@ struct Registry {
 
   static ACE_THR_FUNC_RETURN nothing(void*) { return {}; }
 
-  ACE_RW_Mutex lock;
-  std::map<long, std::unique_ptr<NXMessageHandle>> classes;  // guarded by lock
+  RegistryLock lock;
+  std::map<long, std::unique_ptr<NXMessageHandle>> classes ZK_GUARDED_BY(lock);
 };
 
 Registry& registry() {
@@ -51,9 +72,10 @@ Registry& registry() {
 // a class, fail writes the failure line.
 template <class Operation, class Failure>
 int onClass(long msgClass, Operation operation, Failure fail) {
-  ACE_Read_Guard<ACE_RW_Mutex> guard(registry().lock);
-  const auto found = registry().classes.find(msgClass);
-  if (found == registry().classes.end()) {
+  Registry& all = registry();
+  const ReadGuard guard(all.lock);
+  const auto found = all.classes.find(msgClass);
+  if (found == all.classes.end()) {
     fail();
     return -1;
   }
@@ -127,14 +149,14 @@ void NXMessageMgr::Destroy() {
 }
 
 int NXMessageMgr::addMsgClassCache(long msgClass) const {
-  ACE_Write_Guard<ACE_RW_Mutex> guard(registry().lock);
-  auto& classes = registry().classes;
-  if (classes.count(msgClass) == 0) {
+  Registry& all = registry();
+  const WriteGuard guard(all.lock);
+  if (all.classes.count(msgClass) == 0) {
     // Deliberately written whenever a class is new, though nothing has failed.
     traceOrigin();
     NS_CORBA::TaDebugWithPara(1, "NXMessageMgr::addMsgClassCache failed.msgClass=%d",
                               shown(msgClass));
-    classes.emplace(msgClass, std::make_unique<NXMessageHandle>());
+    all.classes.emplace(msgClass, std::make_unique<NXMessageHandle>());
   }
   return 0;
 }

@@ -21,6 +21,7 @@
 #define ZK_REQUIRES(...) ZK_THREAD_ATTRIBUTE(requires_capability(__VA_ARGS__))
 #define ZK_EXCLUDES(...) ZK_THREAD_ATTRIBUTE(locks_excluded(__VA_ARGS__))
 #define ZK_ACQUIRE(...) ZK_THREAD_ATTRIBUTE(acquire_capability(__VA_ARGS__))
+#define ZK_ACQUIRE_SHARED(...) ZK_THREAD_ATTRIBUTE(acquire_shared_capability(__VA_ARGS__))
 #define ZK_RELEASE(...) ZK_THREAD_ATTRIBUTE(release_capability(__VA_ARGS__))
 #define ZK_NO_THREAD_SAFETY_ANALYSIS ZK_THREAD_ATTRIBUTE(no_thread_safety_analysis)
 
