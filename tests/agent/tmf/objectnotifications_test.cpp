@@ -1,5 +1,5 @@
 // Objects that come and go in the embedded EMS.
-#include "agent/tmf/objectnames.h"
+#include "agent/tmf/names.h"
 #include "tests/agent/tmf/network.h"
 #include "tests/mo/recordtext.h"
 #include "zk_quornex/names/nameconvert.h"
