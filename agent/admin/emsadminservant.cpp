@@ -27,7 +27,7 @@ std::string objectText(const char* kind, const char* id) {
 
 // Refuses, saying what it was about.
 void throwUnlessDone(Result result, const std::string& about) {
-  if (result != Result::Done) {
+  if (result != Result::DONE) {
     throw refusalOf(codeOf(result), about);
   }
 }
@@ -100,7 +100,7 @@ std::string create(Inventory& inventory, const Attributes& attributes, Record re
 template <class Record>
 std::string createInMap(Inventory& inventory, const Attributes& attributes, Record record) {
   attributes.expectNoMore();
-  throwUnlessDone(canNameMapObject(record.id) ? Result::Done : Result::BadValue, "the new object");
+  throwUnlessDone(canNameMapObject(record.id) ? Result::DONE : Result::BAD_VALUE, "the new object");
   return create(inventory, attributes, std::move(record));
 }
 
@@ -138,13 +138,13 @@ std::string createNamed(Inventory& inventory, const char* kind,
                         const globaldefs::NVSList_T& attributes) {
   Attributes given(attributes);
   switch (kindNamed(kind)) {
-    case ObjectKind::Node:
+    case ObjectKind::NODE:
       return createNode(inventory, given);
-    case ObjectKind::SubMap:
+    case ObjectKind::SUB_MAP:
       return createSubMap(inventory, given);
-    case ObjectKind::DisplayLink:
+    case ObjectKind::DISPLAY_LINK:
       return createDisplayLink(inventory, given);
-    case ObjectKind::PhysicalLink:
+    case ObjectKind::PHYSICAL_LINK:
       return createPhysicalLink(inventory, given);
     default:
       refuseInput(std::string("not an object of the map: ") + kind);

@@ -20,11 +20,11 @@ std::vector<AlarmRecord> Alarms::list(std::optional<long> deviceId) const {
 }
 
 Result Alarms::check(const AlarmRecord& alarm) const {
-  if (alarm.severity == Severity::Cleared || alarm.probableCause.empty()) {
-    return Result::BadValue;
+  if (alarm.severity == Severity::CLEARED || alarm.probableCause.empty()) {
+    return Result::BAD_VALUE;
   }
   const bool known = alarm.deviceId == 0 || tables_.find<DeviceRecord>(alarm.deviceId);
-  return known ? Result::Done : Result::NoSuchObject;
+  return known ? Result::DONE : Result::NO_SUCH_OBJECT;
 }
 
 // Whether there is anything to tell.
@@ -50,7 +50,7 @@ bool Alarms::store(AlarmRecord& alarm) {
 Result Alarms::raise(AlarmRecord& alarm, ListenerCalls& calls) {
   alarm.raisedAt = std::chrono::time_point_cast<std::chrono::milliseconds>(alarm.raisedAt);
   const Result allowed = check(alarm);
-  if (allowed == Result::Done && store(alarm)) {
+  if (allowed == Result::DONE && store(alarm)) {
     calls.push_back([told = alarm](ChangeListener& listener) { listener.alarmRaised(told); });
   }
   return allowed;
@@ -58,7 +58,7 @@ Result Alarms::raise(AlarmRecord& alarm, ListenerCalls& calls) {
 
 void Alarms::remove(AlarmRecord alarm, ListenerCalls& calls) {
   tables_.execute("DELETE FROM alarm WHERE id = ?", alarm.id);
-  alarm.severity = Severity::Cleared;
+  alarm.severity = Severity::CLEARED;
   calls.push_back(
       [told = std::move(alarm)](ChangeListener& listener) { listener.alarmCleared(told); });
 }
@@ -66,10 +66,10 @@ void Alarms::remove(AlarmRecord alarm, ListenerCalls& calls) {
 Result Alarms::clear(long id, ListenerCalls& calls) {
   const std::optional<AlarmRecord> active = find(id);
   if (!active) {
-    return Result::NoSuchObject;
+    return Result::NO_SUCH_OBJECT;
   }
   remove(*active, calls);
-  return Result::Done;
+  return Result::DONE;
 }
 
 void Alarms::clearAllOf(long deviceId, ListenerCalls& calls) {

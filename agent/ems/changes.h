@@ -9,38 +9,38 @@
 
 namespace zk::agent {
 
-enum class Attribute { UserLabel, Owner, NativeName };
+enum class Attribute { USER_LABEL, OWNER, NATIVE_NAME };
 
 // Who asked for a change. The library itself reports a change that an NMS asked
 // for through InventoryBackend; a listener that sends notifications leaves those
 // out, or the NMS hears of them twice.
-enum class Origin { Ems, Nms };
+enum class Origin { EMS, NMS };
 
 struct ChangeOptions {
   bool uniqueLabel = false;  // refuse a user label that another object of the kind has
-  Origin origin = Origin::Ems;
+  Origin origin = Origin::EMS;
 };
 
 // The EMS's own range of result codes, beside those of the name conversion.
 enum class Result : unsigned long {
-  Done = 0,
-  NoSuchObject = 0x41190001,    // the object, or one it would refer to
-  LabelInUse = 0x41190002,      // another object of the kind has the user label
-  StorageFailure = 0x41190003,  // nothing was changed; told by InventoryBackend only
-  NoRequest = 0x41190004,       // the thread serves no request that says what to change
-  BadValue = 0x41190005,        // a text or number that this object cannot have
-  ObjectInUse = 0x41190006,     // other objects refer to it
-  ObjectExists = 0x41190007,    // the id is taken
+  DONE = 0,
+  NO_SUCH_OBJECT = 0x41190001,   // the object, or one it would refer to
+  LABEL_IN_USE = 0x41190002,     // another object of the kind has the user label
+  STORAGE_FAILURE = 0x41190003,  // nothing was changed; told by InventoryBackend only
+  NO_REQUEST = 0x41190004,       // the thread serves no request that says what to change
+  BAD_VALUE = 0x41190005,        // a text or number that this object cannot have
+  OBJECT_IN_USE = 0x41190006,    // other objects refer to it
+  OBJECT_EXISTS = 0x41190007,    // the id is taken
 };
 
 constexpr unsigned long codeOf(Result result) { return static_cast<unsigned long>(result); }
 
 struct AttributeChange {
   ObjectRecord record;  // after the change
-  Attribute attribute = Attribute::UserLabel;
+  Attribute attribute = Attribute::USER_LABEL;
   std::string before;
   std::string after;
-  Origin origin = Origin::Ems;
+  Origin origin = Origin::EMS;
 };
 
 // Hears of each change once, after it is stored, in the order of storing, on

@@ -98,7 +98,8 @@ struct Table<LinkRecord> {
 
 // Nodes and submaps share one table, in which the kind has the number that it
 // has here.
-static_assert(static_cast<int>(ObjectKind::Node) == 4 && static_cast<int>(ObjectKind::SubMap) == 5);
+static_assert(static_cast<int>(ObjectKind::NODE) == 4 &&
+              static_cast<int>(ObjectKind::SUB_MAP) == 5);
 
 template <>
 struct Table<NodeRecord> {

@@ -84,7 +84,7 @@ class Inventory::Impl {
   template <class Step>
   Result change(Step&& step) {
     const Result result = query([&](Network& network) { return stored(network, step); });
-    if (result == Result::Done) {
+    if (result == Result::DONE) {
       delivery_.deliver();
     }
     return result;
@@ -115,7 +115,7 @@ class Inventory::Impl {
     const Result result = change([&](Network& network, ListenerCalls& calls) {
       return network.objects.create(made, calls);
     });
-    if (result == Result::Done) {
+    if (result == Result::DONE) {
       record = std::get<Record>(std::move(made));
     }
     return result;
@@ -128,7 +128,7 @@ class Inventory::Impl {
     SQLite::Transaction transaction(network.tables.database(),
                                     SQLite::TransactionBehavior::IMMEDIATE);
     const Result result = step(network, calls);
-    if (result == Result::Done) {
+    if (result == Result::DONE) {
       transaction.commit();
       delivery_.queue(std::move(calls));
     }
@@ -261,7 +261,7 @@ Result Inventory::raiseAlarm(AlarmRecord& alarm) {
   AlarmRecord raised = alarm;
   const Result result = impl_->change(
       [&](Network& network, ListenerCalls& calls) { return network.alarms.raise(raised, calls); });
-  if (result == Result::Done) {
+  if (result == Result::DONE) {
     alarm = std::move(raised);
   }
   return result;

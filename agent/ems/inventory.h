@@ -88,18 +88,18 @@ class Inventory {
                       const ChangeOptions& options = {});
   Result setUserLabel(const ObjectKey& key, const std::string& text,
                       const ChangeOptions& options = {}) {
-    return setAttribute(key, Attribute::UserLabel, text, options);
+    return setAttribute(key, Attribute::USER_LABEL, text, options);
   }
   Result setOwner(const ObjectKey& key, const std::string& text,
                   const ChangeOptions& options = {}) {
-    return setAttribute(key, Attribute::Owner, text, options);
+    return setAttribute(key, Attribute::OWNER, text, options);
   }
   Result setNativeName(const ObjectKey& key, const std::string& text,
                        const ChangeOptions& options = {}) {
-    return setAttribute(key, Attribute::NativeName, text, options);
+    return setAttribute(key, Attribute::NATIVE_NAME, text, options);
   }
   Result renameDevice(long id, const std::string& name) {
-    return setNativeName({ObjectKind::Device, std::to_string(id), {}}, name);
+    return setNativeName({ObjectKind::DEVICE, std::to_string(id), {}}, name);
   }
 
   // An id of 0 or "" is replaced by a new one, which the EMS never gave out

@@ -17,7 +17,7 @@ unsigned long withoutThrowing(const char* operation, Step&& step) {
   } catch (const std::exception& error) {
     NS_CORBA::SetTraceOrigin("inventorybackend", __LINE__);
     NS_CORBA::TaDebugWithPara(1, "InventoryBackend::%s failed.%s", operation, error.what());
-    return codeOf(Result::StorageFailure);
+    return codeOf(Result::STORAGE_FAILURE);
   }
 }
 
@@ -33,16 +33,16 @@ EmsRequest::~EmsRequest() { innermost = outer_; }
 
 const EmsRequest* EmsRequest::current() { return innermost; }
 
-unsigned long InventoryBackend::setOwner() { return apply(Attribute::Owner); }
+unsigned long InventoryBackend::setOwner() { return apply(Attribute::OWNER); }
 
-unsigned long InventoryBackend::setUserLabel() { return apply(Attribute::UserLabel); }
+unsigned long InventoryBackend::setUserLabel() { return apply(Attribute::USER_LABEL); }
 
 unsigned long InventoryBackend::apply(Attribute attribute) {
   const EmsRequest* request = EmsRequest::current();
   if (request == nullptr) {
-    return codeOf(Result::NoRequest);
+    return codeOf(Result::NO_REQUEST);
   }
-  const ChangeOptions options{request->enforceUniqueness(), Origin::Nms};
+  const ChangeOptions options{request->enforceUniqueness(), Origin::NMS};
   return withoutThrowing("setAttribute", [&] {
     return inventory_.setAttribute(request->target(), attribute, request->text(), options);
   });
@@ -54,7 +54,7 @@ unsigned long InventoryBackend::getVersionOfDev(int deviceId, std::string& versi
     if (device) {
       version = device->version;
     }
-    return device ? Result::Done : Result::NoSuchObject;
+    return device ? Result::DONE : Result::NO_SUCH_OBJECT;
   });
 }
 
@@ -64,7 +64,7 @@ unsigned long InventoryBackend::getLocationOfDev(long deviceId, std::string& loc
     if (device) {
       location = device->location;
     }
-    return device ? Result::Done : Result::NoSuchObject;
+    return device ? Result::DONE : Result::NO_SUCH_OBJECT;
   });
 }
 

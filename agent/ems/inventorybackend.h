@@ -36,8 +36,8 @@ class EmsRequest {
 };
 
 // The setters apply what the calling thread's EmsRequest says; without one they
-// return Result::NoRequest. A failing storage is traced and returned as
-// Result::StorageFailure: nothing is thrown. Safe on any thread.
+// return Result::NO_REQUEST. A failing storage is traced and returned as
+// Result::STORAGE_FAILURE: nothing is thrown. Safe on any thread.
 class InventoryBackend : public zk::platform::EmsBackend {
  public:
   // inventory must outlive this object.

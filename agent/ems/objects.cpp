@@ -17,10 +17,11 @@ namespace {
 constexpr long LAST_DEVICE_ID = std::numeric_limits<int>::max();
 
 bool isInSubMap(ObjectKind kind) {
-  return kind == ObjectKind::Node || kind == ObjectKind::SubMap || kind == ObjectKind::DisplayLink;
+  return kind == ObjectKind::NODE || kind == ObjectKind::SUB_MAP ||
+         kind == ObjectKind::DISPLAY_LINK;
 }
 
-bool hasTextIds(ObjectKind kind) { return kind != ObjectKind::Ems && kind != ObjectKind::Device; }
+bool hasTextIds(ObjectKind kind) { return kind != ObjectKind::EMS && kind != ObjectKind::DEVICE; }
 
 // More conditions may follow.
 std::string selectFrom(ObjectKind kind, const std::string& columns) {
@@ -33,11 +34,11 @@ std::string selectFrom(ObjectKind kind, const std::string& columns) {
 template <class Record>
 std::string* textOf(Record& record, std::string& nativeName, Attribute attribute) {
   switch (attribute) {
-    case Attribute::UserLabel:
+    case Attribute::USER_LABEL:
       return &record.userLabel;
-    case Attribute::Owner:
+    case Attribute::OWNER:
       return &record.owner;
-    case Attribute::NativeName:
+    case Attribute::NATIVE_NAME:
       break;
   }
   return &nativeName;
@@ -85,7 +86,7 @@ std::optional<ObjectRecord> findAnywhere(Tables& tables, const ObjectKey& key) {
 
 // Nodes and submaps share a table, and so count together.
 long counterOf(ObjectKind kind) {
-  return static_cast<long>(kind == ObjectKind::SubMap ? ObjectKind::Node : kind);
+  return static_cast<long>(kind == ObjectKind::SUB_MAP ? ObjectKind::NODE : kind);
 }
 
 // Someone may have chosen the id that is next for an object of his own.
@@ -105,25 +106,25 @@ long newId(Tables& tables, ObjectKind kind) {
 }
 
 Result checkParent(Tables& tables, const std::string& parentId) {
-  return tables.find<SubMapRecord>(parentId) ? Result::Done : Result::NoSuchObject;
+  return tables.find<SubMapRecord>(parentId) ? Result::DONE : Result::NO_SUCH_OBJECT;
 }
 
 // Done, or why the object cannot be created. Whether its id is taken, and
 // whether the devices and links it refers to exist, is left to the tables.
 Result checkNew(Tables& tables, const DeviceRecord& device) {
   if (device.id < 0 || device.id > LAST_DEVICE_ID || device.name.empty()) {
-    return Result::BadValue;
+    return Result::BAD_VALUE;
   }
-  return device.siteId.empty() ? Result::Done : checkParent(tables, device.siteId);
+  return device.siteId.empty() ? Result::DONE : checkParent(tables, device.siteId);
 }
 
 Result checkNew(Tables&, const LinkRecord& link) {
   const bool known = link.direction == LinkDirection::UNIDIRECTIONAL ||
                      link.direction == LinkDirection::BIDIRECTIONAL;
-  return known ? Result::Done : Result::BadValue;
+  return known ? Result::DONE : Result::BAD_VALUE;
 }
 
-Result checkNew(Tables&, const PhysicalLinkRecord&) { return Result::Done; }
+Result checkNew(Tables&, const PhysicalLinkRecord&) { return Result::DONE; }
 
 template <class MapObject>
 Result checkNew(Tables& tables, const MapObject& object) {
@@ -135,21 +136,21 @@ Result giveId(Tables& tables, Record& record) {
   if (record.id.empty()) {
     record.id = std::to_string(newId(tables, keyOf(record).kind));
   }
-  return Result::Done;
+  return Result::DONE;
 }
 
 Result giveId(Tables& tables, DeviceRecord& device) {
   if (device.id == 0) {
-    device.id = newId(tables, ObjectKind::Device);
+    device.id = newId(tables, ObjectKind::DEVICE);
   }
-  return device.id <= LAST_DEVICE_ID ? Result::Done : Result::BadValue;
+  return device.id <= LAST_DEVICE_ID ? Result::DONE : Result::BAD_VALUE;
 }
 
 template <class Record>
 void giveLabel(Record& record) {
-  std::string* label = textOf(record, Attribute::UserLabel);
+  std::string* label = textOf(record, Attribute::USER_LABEL);
   if (label != nullptr && label->empty()) {
-    *label = *textOf(record, Attribute::NativeName);
+    *label = *textOf(record, Attribute::NATIVE_NAME);
   }
 }
 
@@ -157,14 +158,14 @@ template <class Record>
 Result insertNew(Tables& tables, const Record& record) {
   try {
     tables.insert(record);
-    return Result::Done;
+    return Result::DONE;
   } catch (const SQLite::Exception& error) {
     switch (error.getExtendedErrorCode()) {
       case SQLITE_CONSTRAINT_FOREIGNKEY:
-        return Result::NoSuchObject;
+        return Result::NO_SUCH_OBJECT;
       case SQLITE_CONSTRAINT_PRIMARYKEY:
       case SQLITE_CONSTRAINT_UNIQUE:
-        return Result::ObjectExists;
+        return Result::OBJECT_EXISTS;
       default:
         throw;
     }
@@ -174,33 +175,33 @@ Result insertNew(Tables& tables, const Record& record) {
 template <class Record>
 Result createOne(Tables& tables, Record& record) {
   Result step = checkNew(tables, record);
-  if (step == Result::Done) {
+  if (step == Result::DONE) {
     step = giveId(tables, record);
   }
   giveLabel(record);
-  return step == Result::Done ? insertNew(tables, record) : step;
+  return step == Result::DONE ? insertNew(tables, record) : step;
 }
 
 // There is one of each, and it stays.
-Result createOne(Tables&, EmsRecord&) { return Result::BadValue; }
-Result createOne(Tables&, SubnetworkRecord&) { return Result::BadValue; }
+Result createOne(Tables&, EmsRecord&) { return Result::BAD_VALUE; }
+Result createOne(Tables&, SubnetworkRecord&) { return Result::BAD_VALUE; }
 
 // --- Removal ---
 
 bool isPermanent(const ObjectKey& key) {
-  return key.kind == ObjectKind::Ems || key.kind == ObjectKind::Subnetwork ||
-         (key.kind == ObjectKind::SubMap && key.id == ROOT_SUBMAP_ID);
+  return key.kind == ObjectKind::EMS || key.kind == ObjectKind::SUBNETWORK ||
+         (key.kind == ObjectKind::SUB_MAP && key.id == ROOT_SUBMAP_ID);
 }
 
 Result deleteObject(Tables& tables, const ObjectKey& key) {
   try {
     tables.execute(std::string("DELETE FROM ") + placeOf(key.kind).table + " WHERE id = ?", key.id);
-    return Result::Done;
+    return Result::DONE;
   } catch (const SQLite::Exception& error) {
     if (error.getExtendedErrorCode() != SQLITE_CONSTRAINT_FOREIGNKEY) {
       throw;
     }
-    return Result::ObjectInUse;
+    return Result::OBJECT_IN_USE;
   }
 }
 
@@ -235,7 +236,7 @@ long Objects::count(ObjectKind kind) const {
 
 bool Objects::labelInUse(ObjectKind kind, const std::string& label,
                          const std::string& exceptId) const {
-  const bool hasLabels = kind != ObjectKind::PhysicalLink;
+  const bool hasLabels = kind != ObjectKind::PHYSICAL_LINK;
   return hasLabels && !label.empty() &&
          tables_.valueOf<bool>(selectFrom(kind, "1") + " AND user_label = ? AND id <> ? LIMIT 1",
                                label, exceptId);
@@ -251,10 +252,10 @@ Result Objects::create(ObjectRecord& object, ListenerCalls& calls) {
 Result Objects::remove(const ObjectKey& key, ListenerCalls& calls) {
   const std::optional<ObjectRecord> object = find(key);
   if (!object) {
-    return Result::NoSuchObject;
+    return Result::NO_SUCH_OBJECT;
   }
   if (isPermanent(key)) {
-    return Result::BadValue;
+    return Result::BAD_VALUE;
   }
   if (const auto* device = std::get_if<DeviceRecord>(&*object)) {
     alarms_.clearAllOf(device->id, calls);
@@ -265,37 +266,37 @@ Result Objects::remove(const ObjectKey& key, ListenerCalls& calls) {
 
 Result Objects::checkText(const ObjectKey& key, Attribute attribute, const std::string& text,
                           const ChangeOptions& options) const {
-  if (key.kind == ObjectKind::Device && attribute == Attribute::NativeName && text.empty()) {
-    return Result::BadValue;
+  if (key.kind == ObjectKind::DEVICE && attribute == Attribute::NATIVE_NAME && text.empty()) {
+    return Result::BAD_VALUE;
   }
-  const bool mustBeUnique = attribute == Attribute::UserLabel && options.uniqueLabel;
-  return mustBeUnique && labelInUse(key.kind, text, key.id) ? Result::LabelInUse : Result::Done;
+  const bool mustBeUnique = attribute == Attribute::USER_LABEL && options.uniqueLabel;
+  return mustBeUnique && labelInUse(key.kind, text, key.id) ? Result::LABEL_IN_USE : Result::DONE;
 }
 
 Result Objects::store(const ObjectKey& key, AttributeChange change, ListenerCalls& calls) {
   std::string* text =
       std::visit([&](auto& record) { return textOf(record, change.attribute); }, change.record);
   if (text == nullptr) {
-    return Result::NoSuchObject;
+    return Result::NO_SUCH_OBJECT;
   }
   if (*text == change.after) {
-    return Result::Done;
+    return Result::DONE;
   }
   change.before = std::exchange(*text, change.after);
   std::visit([&](const auto& record) { tables_.update(record, key.id); }, change.record);
   calls.push_back(
       [told = std::move(change)](ChangeListener& listener) { listener.attributeChanged(told); });
-  return Result::Done;
+  return Result::DONE;
 }
 
 Result Objects::setAttribute(const ObjectKey& key, Attribute attribute, const std::string& text,
                              const ChangeOptions& options, ListenerCalls& calls) {
   std::optional<ObjectRecord> object = find(key);
   if (!object) {
-    return Result::NoSuchObject;
+    return Result::NO_SUCH_OBJECT;
   }
   const Result allowed = checkText(key, attribute, text, options);
-  return allowed != Result::Done
+  return allowed != Result::DONE
              ? allowed
              : store(key, {std::move(*object), attribute, {}, text, options.origin}, calls);
 }

@@ -11,7 +11,7 @@
 
 namespace zk::agent {
 
-enum class ObjectKind { Ems, Device, Subnetwork, Link, Node, SubMap, DisplayLink, PhysicalLink };
+enum class ObjectKind { EMS, DEVICE, SUBNETWORK, LINK, NODE, SUB_MAP, DISPLAY_LINK, PHYSICAL_LINK };
 
 // The map's physical root: it holds every other submap and has no parent.
 inline constexpr char ROOT_SUBMAP_ID[] = "/";
@@ -23,16 +23,16 @@ inline constexpr char SUBNETWORK_ID[] = "1";
 // an empty id. parentId matters for map objects only, and there an empty one
 // means: whatever submap holds it.
 struct ObjectKey {
-  ObjectKind kind = ObjectKind::Ems;
+  ObjectKind kind = ObjectKind::EMS;
   std::string id;
   std::string parentId;
 
   static ObjectKey ems() { return {}; }
   static ObjectKey subnetwork(std::string id) {
-    return {ObjectKind::Subnetwork, std::move(id), {}};
+    return {ObjectKind::SUBNETWORK, std::move(id), {}};
   }
-  static ObjectKey device(unsigned long id) { return {ObjectKind::Device, std::to_string(id), {}}; }
-  static ObjectKey link(std::string id) { return {ObjectKind::Link, std::move(id), {}}; }
+  static ObjectKey device(unsigned long id) { return {ObjectKind::DEVICE, std::to_string(id), {}}; }
+  static ObjectKey link(std::string id) { return {ObjectKind::LINK, std::move(id), {}}; }
 };
 
 bool operator==(const ObjectKey& left, const ObjectKey& right);
@@ -127,12 +127,12 @@ using ObjectRecord = std::variant<EmsRecord, DeviceRecord, SubnetworkRecord, Lin
 ObjectKey keyOf(const ObjectRecord& object);
 
 enum class Severity {
-  Indeterminate = 0,
-  Critical = 1,
-  Major = 2,
-  Minor = 3,
-  Warning = 4,
-  Cleared = 5
+  INDETERMINATE = 0,
+  CRITICAL = 1,
+  MAJOR = 2,
+  MINOR = 3,
+  WARNING = 4,
+  CLEARED = 5
 };
 
 // An alarm is told from others by device, probable cause and qualifier.
@@ -142,7 +142,7 @@ struct AlarmRecord {
   std::string probableCause;
   std::string qualifier;            // where on the device; may be empty
   std::string nativeProbableCause;  // as the EMS words it
-  Severity severity = Severity::Indeterminate;
+  Severity severity = Severity::INDETERMINATE;
   std::chrono::system_clock::time_point raisedAt;  // kept to the millisecond
   std::string additionalText;
 };

@@ -210,11 +210,11 @@ void Seeder::addLink(long aDevice, long zDevice, const std::string& submap,
 }
 
 void Seeder::storeCounters() {
-  setNextId(tables_, ObjectKind::Device, devices_ + 1);
-  setNextId(tables_, ObjectKind::Node, 2 + sites_ + devices_);
-  setNextId(tables_, ObjectKind::Link, links_ + 1);
-  setNextId(tables_, ObjectKind::PhysicalLink, links_ + 1);
-  setNextId(tables_, ObjectKind::DisplayLink, links_ + 1);
+  setNextId(tables_, ObjectKind::DEVICE, devices_ + 1);
+  setNextId(tables_, ObjectKind::NODE, 2 + sites_ + devices_);
+  setNextId(tables_, ObjectKind::LINK, links_ + 1);
+  setNextId(tables_, ObjectKind::PHYSICAL_LINK, links_ + 1);
+  setNextId(tables_, ObjectKind::DISPLAY_LINK, links_ + 1);
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ void CommonOperations::setNativeName(const globaldefs::NVSList_T& name,
     if (std::strlen(nativeName) > LONGEST_TEXT) {
       throw refusalOf(RESULT_TEXT_TOO_LONG, name);
     }
-    throwUnlessOk(codeOf(inventory_.setNativeName(key, nativeName, {false, Origin::Nms})), name);
+    throwUnlessOk(codeOf(inventory_.setNativeName(key, nativeName, {false, Origin::NMS})), name);
     TECommonFunc::OnSetNativeEmsName(object.get(), nativeName);
   });
 }

@@ -46,7 +46,7 @@ void addElement(managedElement::ManagedElementList_T& out, const DeviceRecord& r
   const unsigned long code = fillElement(record, element);
   if (code == 0) {
     append(out, element);
-  } else if (code != codeOf(Result::NoSuchObject)) {
+  } else if (code != codeOf(Result::NO_SUCH_OBJECT)) {
     logFailure("device " + std::to_string(record.id) + " left out of a list: " + reasonOf(code));
   }
 }
@@ -60,7 +60,7 @@ PagedList<MapObjectList_T> mapObjects(const Inventory& inventory, ObjectKind kin
 }
 
 Refusal noSuchObject(const NVSList_T& name) {
-  return refusalOf(codeOf(Result::NoSuchObject), name);
+  return refusalOf(codeOf(Result::NO_SUCH_OBJECT), name);
 }
 
 // What was found under this name, which has to be something.
@@ -95,14 +95,14 @@ PagedList<NamingAttributesList_T> allElementNames(const Inventory& inventory) {
 
 PagedList<topologicalLink::TopologicalLinkList_T> allLinks(const Inventory& inventory) {
   return listOf<topologicalLink::TopologicalLinkList_T>(
-      inventory, inventory.ids(ObjectKind::Link), &Inventory::links,
+      inventory, inventory.ids(ObjectKind::LINK), &Inventory::links,
       [](topologicalLink::TopologicalLinkList_T& out, const LinkRecord& record) {
         append(out, linkOf(record));
       });
 }
 
 PagedList<NamingAttributesList_T> allLinkNames(const Inventory& inventory) {
-  return listOf<NamingAttributesList_T>(inventory, inventory.ids(ObjectKind::Link),
+  return listOf<NamingAttributesList_T>(inventory, inventory.ids(ObjectKind::LINK),
                                         &Inventory::links,
                                         [](NamingAttributesList_T& out, const LinkRecord& record) {
                                           append(out, nmsNameOf(ObjectKey::link(record.id)));
@@ -127,15 +127,15 @@ PagedList<NamingAttributesList_T> allSubnetworkNames(const Inventory& inventory)
 }
 
 PagedList<MapObjectList_T> allNodes(const Inventory& inventory) {
-  return mapObjects(inventory, ObjectKind::Node, &Inventory::nodes);
+  return mapObjects(inventory, ObjectKind::NODE, &Inventory::nodes);
 }
 
 PagedList<MapObjectList_T> allSubMaps(const Inventory& inventory) {
-  return mapObjects(inventory, ObjectKind::SubMap, &Inventory::subMaps);
+  return mapObjects(inventory, ObjectKind::SUB_MAP, &Inventory::subMaps);
 }
 
 PagedList<MapObjectList_T> allDisplayLinks(const Inventory& inventory) {
-  return mapObjects(inventory, ObjectKind::DisplayLink, &Inventory::displayLinks);
+  return mapObjects(inventory, ObjectKind::DISPLAY_LINK, &Inventory::displayLinks);
 }
 
 managedElement::ManagedElement_T elementNamed(const Inventory& inventory, const NVSList_T& name) {
@@ -164,11 +164,11 @@ multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkNamed(const Inventory& in
 MapObject_T mapObjectNamed(const Inventory& inventory, const NVSList_T& name) {
   const ObjectKey key = readKey(name);
   switch (key.kind) {
-    case ObjectKind::Node:
+    case ObjectKind::NODE:
       return heldBy(key.parentId, inventory.node(key.id), name);
-    case ObjectKind::SubMap:
+    case ObjectKind::SUB_MAP:
       return heldBy(key.parentId, inventory.subMap(key.id), name);
-    case ObjectKind::DisplayLink:
+    case ObjectKind::DISPLAY_LINK:
       return heldBy(key.parentId, inventory.displayLink(key.id), name);
     default:
       throw refusal(globaldefs::EXCPT_INVALID_INPUT,

@@ -23,12 +23,12 @@ struct SeverityPair {
 };
 
 constexpr std::array<SeverityPair, 6> SEVERITIES{
-    {{Severity::Indeterminate, notifications::PS_INDETERMINATE},
-     {Severity::Critical, notifications::PS_CRITICAL},
-     {Severity::Major, notifications::PS_MAJOR},
-     {Severity::Minor, notifications::PS_MINOR},
-     {Severity::Warning, notifications::PS_WARNING},
-     {Severity::Cleared, notifications::PS_CLEARED}}};
+    {{Severity::INDETERMINATE, notifications::PS_INDETERMINATE},
+     {Severity::CRITICAL, notifications::PS_CRITICAL},
+     {Severity::MAJOR, notifications::PS_MAJOR},
+     {Severity::MINOR, notifications::PS_MINOR},
+     {Severity::WARNING, notifications::PS_WARNING},
+     {Severity::CLEARED, notifications::PS_CLEARED}}};
 
 notifications::PerceivedSeverity_T perceivedSeverityOf(Severity severity) {
   const auto* found = std::find_if(SEVERITIES.begin(), SEVERITIES.end(),
@@ -94,7 +94,7 @@ void addCondition(Properties& properties, const AlarmRecord& alarm) {
 Severity severityOf(notifications::PerceivedSeverity_T severity) {
   const auto* found = std::find_if(SEVERITIES.begin(), SEVERITIES.end(),
                                    [&](const auto& pair) { return pair.nms == severity; });
-  return found != SEVERITIES.end() ? found->ems : Severity::Indeterminate;
+  return found != SEVERITIES.end() ? found->ems : Severity::INDETERMINATE;
 }
 
 CosNotification::StructuredEvent alarmEvent(const AlarmRecord& alarm, const std::string& nativeName,

@@ -62,7 +62,7 @@ void ChangeNotifier::removed(const ObjectRecord& object) {
 }
 
 void ChangeNotifier::attributeChanged(const AttributeChange& change) {
-  if (change.origin == Origin::Ems) {
+  if (change.origin == Origin::EMS) {
     TANotification::OnObjectAVC(internalNameOf(keyOf(change.record)).get(),
                                 oneAttribute(nameOfLabel(change.attribute), change.after),
                                 EDGE_POINT_RELATED);

@@ -107,11 +107,11 @@ ObjectKey keyOfName(const TEName& name) {
     case NAME_TOPOLOGICAL_LINK:
       return ObjectKey::link(static_cast<const TETopoLinkName&>(name).topoLinkId_);
     case NAME_NODE:
-      return mapKey<CANodeName>(ObjectKind::Node, name);
+      return mapKey<CANodeName>(ObjectKind::NODE, name);
     case NAME_SUBMAP:
-      return mapKey<CASubMapName>(ObjectKind::SubMap, name);
+      return mapKey<CASubMapName>(ObjectKind::SUB_MAP, name);
     case NAME_DISPLAY_LINK:
-      return mapKey<CADispLinkName>(ObjectKind::DisplayLink, name);
+      return mapKey<CADispLinkName>(ObjectKind::DISPLAY_LINK, name);
     default:
       throw refusal(globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this kind of object");
   }
@@ -120,15 +120,15 @@ ObjectKey keyOfName(const TEName& name) {
 ObjectKey readKey(const globaldefs::NVSList_T& name) { return keyOfName(*readName(name)); }
 
 long readDeviceId(const globaldefs::NVSList_T& name) {
-  return std::stol(readKeyOf(ObjectKind::Device, name).id);
+  return std::stol(readKeyOf(ObjectKind::DEVICE, name).id);
 }
 
 std::string readLinkId(const globaldefs::NVSList_T& name) {
-  return readKeyOf(ObjectKind::Link, name).id;
+  return readKeyOf(ObjectKind::LINK, name).id;
 }
 
 std::string readSubnetworkId(const globaldefs::NVSList_T& name) {
-  return readKeyOf(ObjectKind::Subnetwork, name).id;
+  return readKeyOf(ObjectKind::SUBNETWORK, name).id;
 }
 
 bool canNameMapObject(const std::string& id) {
@@ -137,21 +137,21 @@ bool canNameMapObject(const std::string& id) {
 
 InternalName internalNameOf(const ObjectKey& key) {
   switch (key.kind) {
-    case ObjectKind::Ems:
+    case ObjectKind::EMS:
       return InternalName(new TEName);
-    case ObjectKind::Device:
+    case ObjectKind::DEVICE:
       return nameWith(&TEMEName::meId_, std::stoul(key.id));
-    case ObjectKind::Subnetwork:
+    case ObjectKind::SUBNETWORK:
       return nameWith(&TESubnetworkName::subnetId_, key.id);
-    case ObjectKind::Link:
+    case ObjectKind::LINK:
       return nameWith(&TETopoLinkName::topoLinkId_, key.id);
-    case ObjectKind::Node:
+    case ObjectKind::NODE:
       return mapName<CANodeName>(key);
-    case ObjectKind::SubMap:
+    case ObjectKind::SUB_MAP:
       return mapName<CASubMapName>(key);
-    case ObjectKind::DisplayLink:
+    case ObjectKind::DISPLAY_LINK:
       return mapName<CADispLinkName>(key);
-    case ObjectKind::PhysicalLink:
+    case ObjectKind::PHYSICAL_LINK:
       break;
   }
   return nameWith(&CAPhyLinkName::id_, key.id);

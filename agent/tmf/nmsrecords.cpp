@@ -111,25 +111,25 @@ topologicalLink::TopologicalLink_T linkOf(const LinkRecord& record) {
 }
 
 topologyMap::MapObject_T mapObjectOf(const NodeRecord& node) {
-  topologyMap::MapObject_T result = labelled({ObjectKind::Node, node.id, node.parentId}, node);
+  topologyMap::MapObject_T result = labelled({ObjectKind::NODE, node.id, node.parentId}, node);
   appendPair(result.additionalInfo, "managedElement", std::to_string(node.deviceId));
   return result;
 }
 
 topologyMap::MapObject_T mapObjectOf(const SubMapRecord& subMap) {
-  return labelled({ObjectKind::SubMap, subMap.id, subMap.parentId}, subMap);
+  return labelled({ObjectKind::SUB_MAP, subMap.id, subMap.parentId}, subMap);
 }
 
 topologyMap::MapObject_T mapObjectOf(const DisplayLinkRecord& displayLink) {
   topologyMap::MapObject_T result =
-      labelled({ObjectKind::DisplayLink, displayLink.id, displayLink.parentId}, displayLink);
+      labelled({ObjectKind::DISPLAY_LINK, displayLink.id, displayLink.parentId}, displayLink);
   appendPair(result.additionalInfo, "aEnd", displayLink.aEndId);
   appendPair(result.additionalInfo, "zEnd", displayLink.zEndId);
   return result;
 }
 
 topologyMap::MapObject_T mapObjectOf(const PhysicalLinkRecord& physicalLink) {
-  topologyMap::MapObject_T result = labelled({ObjectKind::PhysicalLink, physicalLink.id, {}}, {});
+  topologyMap::MapObject_T result = labelled({ObjectKind::PHYSICAL_LINK, physicalLink.id, {}}, {});
   appendPair(result.additionalInfo, "topologicalLink", physicalLink.linkId);
   return result;
 }

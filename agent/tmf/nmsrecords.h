@@ -15,7 +15,7 @@ emsMgr::EMS_T emsOf(const EmsRecord& record);
 
 // Likewise for one device. Returns 0, or the code of the EMS's services or of
 // the name, with element not to be used; a device that was removed a moment ago
-// gives Result::NoSuchObject.
+// gives Result::NO_SUCH_OBJECT.
 unsigned long fillElement(const DeviceRecord& record, managedElement::ManagedElement_T& element);
 
 multiLayerSubnetwork::MultiLayerSubnetwork_T subnetworkOf(const SubnetworkRecord& record);

@@ -17,23 +17,23 @@ struct Kind {
   const char* pairName;
 };
 
-constexpr std::array<Kind, 8> KINDS{{{"ems", ObjectKind::Ems, "EMS"},
-                                     {"subnetwork", ObjectKind::Subnetwork, "MultiLayerSubnetwork"},
-                                     {"device", ObjectKind::Device, "ManagedElement"},
-                                     {"link", ObjectKind::Link, "TopologicalLink"},
-                                     {"node", ObjectKind::Node, ""},
-                                     {"submap", ObjectKind::SubMap, ""},
-                                     {"display-link", ObjectKind::DisplayLink, ""},
-                                     {"physical-link", ObjectKind::PhysicalLink, ""}}};
+constexpr std::array<Kind, 8> KINDS{{{"ems", ObjectKind::EMS, "EMS"},
+                                     {"subnetwork", ObjectKind::SUBNETWORK, "MultiLayerSubnetwork"},
+                                     {"device", ObjectKind::DEVICE, "ManagedElement"},
+                                     {"link", ObjectKind::LINK, "TopologicalLink"},
+                                     {"node", ObjectKind::NODE, ""},
+                                     {"submap", ObjectKind::SUB_MAP, ""},
+                                     {"display-link", ObjectKind::DISPLAY_LINK, ""},
+                                     {"physical-link", ObjectKind::PHYSICAL_LINK, ""}}};
 
 struct Label {
   const char* name;
   Attribute value;
 };
 
-constexpr std::array<Label, 3> LABELS{{{"userLabel", Attribute::UserLabel},
-                                       {"owner", Attribute::Owner},
-                                       {"nativeEMSName", Attribute::NativeName}}};
+constexpr std::array<Label, 3> LABELS{{{"userLabel", Attribute::USER_LABEL},
+                                       {"owner", Attribute::OWNER},
+                                       {"nativeEMSName", Attribute::NATIVE_NAME}}};
 
 template <class Table>
 auto valueNamed(const Table& table, const char* what, const char* text) {

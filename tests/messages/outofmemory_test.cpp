@@ -122,9 +122,10 @@ TEST_F(OutOfMemory, whileAnEventIsCopiedLeavesTheListAsItWas) {
   NXMessageCache cache;
   cache.assembleMsg(makeEvent("a").release());
   {
-    HeldEvent large = makeEvent(std::string(LARGE, 'x'));
+    const HeldEvent large = makeEvent(std::string(LARGE, 'x'));
+    large->addRef();  // with another holder it is copied, not moved
     const Shortage shortage(LARGE);
-    EXPECT_THROW(cache.assembleMsg(large.release()), std::bad_alloc);
+    EXPECT_THROW(cache.assembleMsg(large.get()), std::bad_alloc);
   }
   EXPECT_EQ(cache.index_, 1);
   EXPECT_THAT(fetch(cache), ElementsAre("a"));

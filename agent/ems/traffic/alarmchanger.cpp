@@ -15,15 +15,15 @@ struct Cause {
 };
 
 constexpr std::array<Cause, 6> OF_DEVICES{
-    {{"LOS", "Receive power lost", Severity::Critical},
-     {"LOF", "Frame alignment lost", Severity::Critical},
-     {"AIS", "Upstream failure signalled", Severity::Minor},
-     {"BER_SD", "Bit errors above 1E-6", Severity::Minor},
-     {"EQPT", "Card does not answer", Severity::Major},
-     {"TEMPERATURE", "Temperature above 60 degrees", Severity::Warning}}};
+    {{"LOS", "Receive power lost", Severity::CRITICAL},
+     {"LOF", "Frame alignment lost", Severity::CRITICAL},
+     {"AIS", "Upstream failure signalled", Severity::MINOR},
+     {"BER_SD", "Bit errors above 1E-6", Severity::MINOR},
+     {"EQPT", "Card does not answer", Severity::MAJOR},
+     {"TEMPERATURE", "Temperature above 60 degrees", Severity::WARNING}}};
 
-constexpr std::array<Cause, 2> OF_EMS{{{"EMS", "Disk of the server nearly full", Severity::Warning},
-                                       {"EMS", "Backup is overdue", Severity::Indeterminate}}};
+constexpr std::array<Cause, 2> OF_EMS{{{"EMS", "Disk of the server nearly full", Severity::WARNING},
+                                       {"EMS", "Backup is overdue", Severity::INDETERMINATE}}};
 
 bool sameAlarm(const AlarmRecord& left, const AlarmRecord& right) {
   return left.deviceId == right.deviceId && left.probableCause == right.probableCause &&
@@ -69,7 +69,7 @@ Result AlarmChanger::raise(long deviceId) {
 
 Result AlarmChanger::clear() {
   const std::vector<AlarmRecord> alarms = own();
-  return alarms.empty() ? Result::NoSuchObject : inventory_.clearAlarm(chance_.oneOf(alarms).id);
+  return alarms.empty() ? Result::NO_SUCH_OBJECT : inventory_.clearAlarm(chance_.oneOf(alarms).id);
 }
 
 }  // namespace zk::agent

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::array<const char*, 3> OWNERS{{"Veltra", "Northern region", "Southern region"}};
 constexpr std::array<ObjectKind, 4> LABELLED{
-    {ObjectKind::Device, ObjectKind::Link, ObjectKind::Node, ObjectKind::SubMap}};
+    {ObjectKind::DEVICE, ObjectKind::LINK, ObjectKind::NODE, ObjectKind::SUB_MAP}};
 
 Labels labelsIn(const DeviceRecord& device) {
   return {device.userLabel, device.owner, device.name};
@@ -24,13 +24,13 @@ std::optional<Labels> labelsIn(const std::optional<Record>& record) {
 
 std::optional<Labels> labelsOf(const Inventory& inventory, const ObjectKey& key) {
   switch (key.kind) {
-    case ObjectKind::Device:
+    case ObjectKind::DEVICE:
       return labelsIn(inventory.device(std::stol(key.id)));
-    case ObjectKind::Link:
+    case ObjectKind::LINK:
       return labelsIn(inventory.link(key.id));
-    case ObjectKind::Node:
+    case ObjectKind::NODE:
       return labelsIn(inventory.node(key.id));
-    case ObjectKind::SubMap:
+    case ObjectKind::SUB_MAP:
       return labelsIn(inventory.subMap(key.id));
     default:
       return std::nullopt;
@@ -76,7 +76,7 @@ Result Changer::step() {
 }
 
 Result Changer::noted(const ObjectKey& key, Result result) {
-  if (result != Result::Done) {
+  if (result != Result::DONE) {
     population_.forget(key);
   }
   return result;
@@ -87,35 +87,35 @@ Result Changer::noted(const ObjectKey& key, Result result) {
 Result Changer::setNext(const ObjectKey& key, Attribute attribute) {
   const std::optional<Labels> labels = labelsOf(inventory_, key);
   if (!labels) {
-    return noted(key, Result::NoSuchObject);
+    return noted(key, Result::NO_SUCH_OBJECT);
   }
   const std::string& text =
-      attribute == Attribute::NativeName ? labels->nativeName : labels->userLabel;
+      attribute == Attribute::NATIVE_NAME ? labels->nativeName : labels->userLabel;
   return noted(key, inventory_.setAttribute(key, attribute, nextNumbered(text)));
 }
 
 Result Changer::rename() {
-  const auto& devices = population_.others(ObjectKind::Device);
+  const auto& devices = population_.others(ObjectKind::DEVICE);
   return devices.empty() ? create()
-                         : setNext(ObjectKey(chance_.oneOf(devices)), Attribute::NativeName);
+                         : setNext(ObjectKey(chance_.oneOf(devices)), Attribute::NATIVE_NAME);
 }
 
 Result Changer::label() {
   const auto& objects = population_.others(chance_.oneOf(LABELLED));
   return objects.empty() ? create()
-                         : setNext(ObjectKey(chance_.oneOf(objects)), Attribute::UserLabel);
+                         : setNext(ObjectKey(chance_.oneOf(objects)), Attribute::USER_LABEL);
 }
 
 // Not of its own objects, which it finds again by their owner.
 Result Changer::changeOwner() {
-  const auto& devices = population_.others(ObjectKind::Device);
+  const auto& devices = population_.others(ObjectKind::DEVICE);
   if (devices.empty()) {
     return create();
   }
   const ObjectKey key = chance_.oneOf(devices);
   const std::optional<Labels> labels = labelsOf(inventory_, key);
   if (!labels) {
-    return noted(key, Result::NoSuchObject);
+    return noted(key, Result::NO_SUCH_OBJECT);
   }
   std::size_t owner = chance_.below(OWNERS.size());
   if (labels->owner == OWNERS[owner]) {
@@ -130,7 +130,7 @@ Result Changer::raiseAlarm() {
   if (alarms_.own().size() >= MOST_TRAFFIC_ALARMS) {
     return alarms_.clear();
   }
-  const auto& devices = population_.others(ObjectKind::Device);
+  const auto& devices = population_.others(ObjectKind::DEVICE);
   const bool onTheEms = devices.empty() || chance_.below(12) == 0;
   if (onTheEms) {
     return alarms_.raise(0);
@@ -146,7 +146,7 @@ Result Changer::clearAlarm() { return alarms_.own().empty() ? raiseAlarm() : ala
 template <class Record>
 Result Changer::store(Record record) {
   const Result result = inventory_.create(record);
-  if (result == Result::Done) {
+  if (result == Result::DONE) {
     population_.addOwn(keyOf(record));
   }
   return result;
@@ -159,10 +159,10 @@ Result Changer::add(Record record, const char* name) {
   return store(std::move(record));
 }
 
-ObjectKey Changer::anyDevice() { return chance_.oneOf(population_.others(ObjectKind::Device)); }
+ObjectKey Changer::anyDevice() { return chance_.oneOf(population_.others(ObjectKind::DEVICE)); }
 
 std::string Changer::anySubMap() {
-  const auto& subMaps = population_.others(ObjectKind::SubMap);
+  const auto& subMaps = population_.others(ObjectKind::SUB_MAP);
   return subMaps.empty() ? ROOT_SUBMAP_ID : chance_.oneOf(subMaps).id;
 }
 
@@ -171,8 +171,8 @@ Result Changer::create() {
   if (population_.own().size() >= MOST_TRAFFIC_OBJECTS) {
     return remove();
   }
-  const std::size_t devices = population_.others(ObjectKind::Device).size();
-  const std::size_t links = population_.others(ObjectKind::Link).size();
+  const std::size_t devices = population_.others(ObjectKind::DEVICE).size();
+  const std::size_t links = population_.others(ObjectKind::LINK).size();
   switch (chance_.below(5)) {
     case 0:
       return createSubMap();
@@ -210,7 +210,7 @@ Result Changer::createNode() {
 }
 
 Result Changer::createLink() {
-  const auto& devices = population_.others(ObjectKind::Device);
+  const auto& devices = population_.others(ObjectKind::DEVICE);
   const std::size_t a = chance_.below(devices.size());
   const std::size_t z = (a + 1 + chance_.below(devices.size() - 1)) % devices.size();
   LinkRecord link;
@@ -222,7 +222,7 @@ Result Changer::createLink() {
 
 Result Changer::createPhysicalLink() {
   PhysicalLinkRecord link;
-  link.linkId = chance_.oneOf(population_.others(ObjectKind::Link)).id;
+  link.linkId = chance_.oneOf(population_.others(ObjectKind::LINK)).id;
   for (std::size_t number = 1; link.id.empty() || inventory_.physicalLink(link.id); ++number) {
     link.id = TRAFFIC_PHYSICAL_LINK + std::to_string(number);
   }

@@ -6,9 +6,9 @@ namespace zk::agent {
 
 Population::Population(const Inventory& inventory) {
   sort(inventory.devices(inventory.deviceIds()));
-  sort(inventory.subMaps(inventory.ids(ObjectKind::SubMap)));
-  sort(inventory.nodes(inventory.ids(ObjectKind::Node)));
-  sort(inventory.links(inventory.ids(ObjectKind::Link)));
+  sort(inventory.subMaps(inventory.ids(ObjectKind::SUB_MAP)));
+  sort(inventory.nodes(inventory.ids(ObjectKind::NODE)));
+  sort(inventory.links(inventory.ids(ObjectKind::LINK)));
   findPhysicalLinks(inventory);
 }
 
@@ -25,9 +25,9 @@ void Population::sort(const std::vector<Record>& records) {
 }
 
 void Population::findPhysicalLinks(const Inventory& inventory) {
-  for (const std::string& id : inventory.ids(ObjectKind::PhysicalLink)) {
+  for (const std::string& id : inventory.ids(ObjectKind::PHYSICAL_LINK)) {
     if (id.rfind(TRAFFIC_PHYSICAL_LINK, 0) == 0) {
-      own_.push_back({ObjectKind::PhysicalLink, id, {}});
+      own_.push_back({ObjectKind::PHYSICAL_LINK, id, {}});
     }
   }
 }

@@ -192,7 +192,7 @@ TEST_F(EmsAdmin, raisesAndClearsAlarms) {
   const CORBA::Long id = admin->raiseAlarm(1, "LOS", "/port=1", notifications::PS_MAJOR, "text");
   const auto alarm = inventory->alarm(id);
   ASSERT_TRUE(alarm);
-  EXPECT_EQ(alarm->severity, Severity::Major);
+  EXPECT_EQ(alarm->severity, Severity::MAJOR);
   EXPECT_EQ(alarm->additionalText, "text");
   EXPECT_GE(alarm->raisedAt, before);
   EXPECT_EQ(admin->raiseAlarm(1, "LOS", "/port=1", notifications::PS_CRITICAL, "text"), id);

@@ -151,15 +151,15 @@ TEST(ManyClients, allSeeTheSameEventsInTheSameOrder) {
   one.connect();
   many.connect();
   hanging.connect();
-  constexpr std::size_t total = 1200;
+  constexpr std::size_t TOTAL = 1200;
   std::vector<std::thread> producers;
   producers.reserve(3);
   for (int producer = 0; producer < 3; ++producer) {
     producers.emplace_back([producer] { sendNumbers(producer * 1000, producer * 1000 + 399); });
   }
-  const Ids order = one.next(total);
+  const Ids order = one.next(TOTAL);
   Ids pulled;
-  while (pulled.size() < total) {
+  while (pulled.size() < TOTAL) {
     const Ids some = many.next(37);
     pulled.insert(pulled.end(), some.begin(), some.end());
   }
@@ -167,7 +167,7 @@ TEST(ManyClients, allSeeTheSameEventsInTheSameOrder) {
   for (const auto& client : structured) EXPECT_TRUE(receives(*client, order));
   for (const auto& client : sequences) EXPECT_TRUE(receives(*client, order));
   for (std::thread& producer : producers) producer.join();
-  EXPECT_EQ(std::set<std::string>(order.begin(), order.end()).size(), total);
+  EXPECT_EQ(std::set<std::string>(order.begin(), order.end()).size(), TOTAL);
   gate.open();
 }
 

@@ -25,14 +25,14 @@ class Alarms : public testing::Test {
     alarm.probableCause = cause;
     alarm.qualifier = qualifier;
     alarm.nativeProbableCause = "native " + cause;
-    alarm.severity = Severity::Major;
+    alarm.severity = Severity::MAJOR;
     alarm.raisedAt = system_clock::time_point(milliseconds(1700000000123));
     alarm.additionalText = "text";
     return alarm;
   }
 
   AlarmRecord raised(AlarmRecord alarm) {
-    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
     return alarm;
   }
 
@@ -49,7 +49,7 @@ TEST_F(Alarms, areStoredWhole) {
   EXPECT_EQ(stored->probableCause, "LOS");
   EXPECT_EQ(stored->qualifier, "port=1");
   EXPECT_EQ(stored->nativeProbableCause, "native LOS");
-  EXPECT_EQ(stored->severity, Severity::Major);
+  EXPECT_EQ(stored->severity, Severity::MAJOR);
   EXPECT_EQ(stored->raisedAt, system_clock::time_point(milliseconds(1700000000123)));
   EXPECT_EQ(stored->additionalText, "text");
   EXPECT_THAT(heard.lines(), ElementsAre("raised 3 LOS port=1 severity 2"));
@@ -84,13 +84,13 @@ TEST_F(Alarms, areOneForEachDeviceCauseAndQualifier) {
 TEST_F(Alarms, changeWhenRaisedAgain) {
   const AlarmRecord first = raised(newAlarm(3, "LOS"));
   AlarmRecord again = newAlarm(3, "LOS");
-  again.severity = Severity::Critical;
+  again.severity = Severity::CRITICAL;
   again.raisedAt += milliseconds(5);
   again.additionalText = "worse";
-  ASSERT_EQ(inventory->raiseAlarm(again), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(again), Result::DONE);
   EXPECT_EQ(again.id, first.id);
   EXPECT_EQ(again.raisedAt, first.raisedAt);
-  EXPECT_EQ(inventory->alarm(first.id)->severity, Severity::Critical);
+  EXPECT_EQ(inventory->alarm(first.id)->severity, Severity::CRITICAL);
   EXPECT_EQ(inventory->alarm(first.id)->additionalText, "worse");
   EXPECT_EQ(inventory->alarm(first.id)->raisedAt, first.raisedAt);
   raised(again);
@@ -99,8 +99,8 @@ TEST_F(Alarms, changeWhenRaisedAgain) {
 
 TEST_F(Alarms, areClearedOnce) {
   const AlarmRecord alarm = raised(newAlarm(3, "LOS"));
-  EXPECT_EQ(inventory->clearAlarm(alarm.id), Result::Done);
-  EXPECT_EQ(inventory->clearAlarm(alarm.id), Result::NoSuchObject);
+  EXPECT_EQ(inventory->clearAlarm(alarm.id), Result::DONE);
+  EXPECT_EQ(inventory->clearAlarm(alarm.id), Result::NO_SUCH_OBJECT);
   EXPECT_FALSE(inventory->alarm(alarm.id));
   EXPECT_THAT(heard.lines(), ElementsAre("raised 3 LOS  severity 2", "cleared 3 LOS  severity 5"));
   EXPECT_EQ(raised(newAlarm(3, "LOS")).id, 2) << "a number was used twice";
@@ -111,11 +111,11 @@ TEST_F(Alarms, refuseWhatCannotBeRaised) {
   AlarmRecord negative = newAlarm(-1, "LOS");
   AlarmRecord noCause = newAlarm(3, "");
   AlarmRecord cleared = newAlarm(3, "LOS");
-  cleared.severity = Severity::Cleared;
-  EXPECT_EQ(inventory->raiseAlarm(unknown), Result::NoSuchObject);
-  EXPECT_EQ(inventory->raiseAlarm(negative), Result::NoSuchObject);
-  EXPECT_EQ(inventory->raiseAlarm(noCause), Result::BadValue);
-  EXPECT_EQ(inventory->raiseAlarm(cleared), Result::BadValue);
+  cleared.severity = Severity::CLEARED;
+  EXPECT_EQ(inventory->raiseAlarm(unknown), Result::NO_SUCH_OBJECT);
+  EXPECT_EQ(inventory->raiseAlarm(negative), Result::NO_SUCH_OBJECT);
+  EXPECT_EQ(inventory->raiseAlarm(noCause), Result::BAD_VALUE);
+  EXPECT_EQ(inventory->raiseAlarm(cleared), Result::BAD_VALUE);
   EXPECT_EQ(unknown.id, 0);
   EXPECT_THAT(inventory->activeAlarms(), IsEmpty());
   EXPECT_THAT(heard.lines(), IsEmpty());
@@ -124,10 +124,10 @@ TEST_F(Alarms, refuseWhatCannotBeRaised) {
 TEST_F(Alarms, goWithTheirDevice) {
   DeviceRecord device;
   device.name = "Short-lived";
-  ASSERT_EQ(inventory->create(device), Result::Done);
+  ASSERT_EQ(inventory->create(device), Result::DONE);
   raised(newAlarm(device.id, "LOS"));
   raised(newAlarm(3, "LOS"));
-  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::Done);
+  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::DONE);
   EXPECT_EQ(inventory->activeAlarms().size(), 1u);
   EXPECT_THAT(heard.lines(),
               ElementsAre("created 1:21", "raised 21 LOS  severity 2", "raised 3 LOS  severity 2",
@@ -136,7 +136,7 @@ TEST_F(Alarms, goWithTheirDevice) {
 
 TEST_F(Alarms, stayWhenTheirDeviceCannotGo) {
   raised(newAlarm(3, "LOS"));
-  EXPECT_EQ(inventory->remove(ObjectKey::device(3)), Result::ObjectInUse);
+  EXPECT_EQ(inventory->remove(ObjectKey::device(3)), Result::OBJECT_IN_USE);
   EXPECT_EQ(inventory->activeAlarms(3).size(), 1u);
   EXPECT_EQ(heard.lines().size(), 1u);
 }

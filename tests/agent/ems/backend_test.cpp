@@ -36,10 +36,10 @@ class Backend : public testing::Test {
 };
 
 TEST_F(Backend, documentsItsCodes) {
-  EXPECT_EQ(codeOf(Result::NoSuchObject), 0x41190001u);
-  EXPECT_EQ(codeOf(Result::LabelInUse), 0x41190002u);
-  EXPECT_EQ(codeOf(Result::StorageFailure), 0x41190003u);
-  EXPECT_EQ(codeOf(Result::NoRequest), 0x41190004u);
+  EXPECT_EQ(codeOf(Result::NO_SUCH_OBJECT), 0x41190001u);
+  EXPECT_EQ(codeOf(Result::LABEL_IN_USE), 0x41190002u);
+  EXPECT_EQ(codeOf(Result::STORAGE_FAILURE), 0x41190003u);
+  EXPECT_EQ(codeOf(Result::NO_REQUEST), 0x41190004u);
 }
 
 TEST_F(Backend, answersForDevices) {

@@ -69,7 +69,7 @@ class Changes : public testing::Test {
 
 TEST_F(Changes, createADeviceAsAsked) {
   DeviceRecord device = newDevice();
-  ASSERT_EQ(inventory->create(device), Result::Done);
+  ASSERT_EQ(inventory->create(device), Result::DONE);
   EXPECT_EQ(device.id, 21);
   const auto stored = inventory->device(21);
   ASSERT_TRUE(stored);
@@ -85,7 +85,7 @@ TEST_F(Changes, createADeviceAsAsked) {
 
 TEST_F(Changes, createALinkAsAsked) {
   LinkRecord link = newLink(1, 20);
-  ASSERT_EQ(inventory->create(link), Result::Done);
+  ASSERT_EQ(inventory->create(link), Result::DONE);
   const auto stored = inventory->link(link.id);
   ASSERT_TRUE(stored);
   EXPECT_EQ(stored->aEnd.deviceId, 1);
@@ -100,21 +100,21 @@ TEST_F(Changes, createALinkAsAsked) {
 
 TEST_F(Changes, createMapObjectsAsAsked) {
   SubMapRecord subMap = newSubMap("annex", "2");
-  ASSERT_EQ(inventory->create(subMap), Result::Done);
+  ASSERT_EQ(inventory->create(subMap), Result::DONE);
   NodeRecord one = newNode("annex", 1);
   NodeRecord two = newNode("annex", 2);
   two.id = "two";
-  ASSERT_EQ(inventory->create(one), Result::Done);
-  ASSERT_EQ(inventory->create(two), Result::Done);
+  ASSERT_EQ(inventory->create(one), Result::DONE);
+  ASSERT_EQ(inventory->create(two), Result::DONE);
   DisplayLinkRecord line = newDisplayLink("annex", one.id, "two");
   line.nativeName = "Line";
-  ASSERT_EQ(inventory->create(line), Result::Done);
+  ASSERT_EQ(inventory->create(line), Result::DONE);
   EXPECT_EQ(inventory->subMap("annex")->parentId, "2");
   EXPECT_EQ(inventory->node("two")->deviceId, 2);
   EXPECT_EQ(inventory->displayLink(line.id)->aEndId, one.id);
   EXPECT_EQ(inventory->displayLink(line.id)->zEndId, "two");
   EXPECT_EQ(inventory->displayLink(line.id)->userLabel, "Line");
-  EXPECT_THAT(inventory->ids(ObjectKind::Node, "annex"), ElementsAre("24", "two"));
+  EXPECT_THAT(inventory->ids(ObjectKind::NODE, "annex"), ElementsAre("24", "two"));
   EXPECT_THAT(heard.lines(), ElementsAre("created 5:2/annex", "created 4:annex/24",
                                          "created 4:annex/two", "created 6:annex/" + line.id));
 }
@@ -122,7 +122,7 @@ TEST_F(Changes, createMapObjectsAsAsked) {
 TEST_F(Changes, createAPhysicalLinkAsAsked) {
   PhysicalLinkRecord physical;
   physical.linkId = "3";
-  ASSERT_EQ(inventory->create(physical), Result::Done);
+  ASSERT_EQ(inventory->create(physical), Result::DONE);
   EXPECT_EQ(inventory->physicalLink(physical.id)->linkId, "3");
   EXPECT_THAT(heard.lines(), ElementsAre("created 7:" + physical.id));
 }
@@ -130,22 +130,22 @@ TEST_F(Changes, createAPhysicalLinkAsAsked) {
 TEST_F(Changes, skipNewIdsThatAreTaken) {
   DeviceRecord chosen = newDevice(21);
   DeviceRecord given = newDevice();
-  EXPECT_EQ(inventory->create(chosen), Result::Done);
-  EXPECT_EQ(inventory->create(given), Result::Done);
+  EXPECT_EQ(inventory->create(chosen), Result::DONE);
+  EXPECT_EQ(inventory->create(given), Result::DONE);
   EXPECT_EQ(given.id, 22);
   SubMapRecord subMap = newSubMap("24", "/");
   NodeRecord node = newNode("2", 1);
-  EXPECT_EQ(inventory->create(subMap), Result::Done);
-  EXPECT_EQ(inventory->create(node), Result::Done);
+  EXPECT_EQ(inventory->create(subMap), Result::DONE);
+  EXPECT_EQ(inventory->create(node), Result::DONE);
   EXPECT_EQ(node.id, "25");
 }
 
 TEST_F(Changes, neverGiveAnIdTwice) {
   DeviceRecord first = newDevice();
-  ASSERT_EQ(inventory->create(first), Result::Done);
-  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::Done);
+  ASSERT_EQ(inventory->create(first), Result::DONE);
+  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::DONE);
   DeviceRecord second = newDevice();
-  ASSERT_EQ(inventory->create(second), Result::Done);
+  ASSERT_EQ(inventory->create(second), Result::DONE);
   EXPECT_EQ(second.id, 22);
 }
 
@@ -153,13 +153,13 @@ TEST_F(Changes, takeDeviceIdsThatAnNmsCanName) {
   DeviceRecord last = newDevice(2147483647);
   DeviceRecord beyond = newDevice(2147483648);
   DeviceRecord negative = newDevice(-1);
-  EXPECT_EQ(inventory->create(last), Result::Done);
-  EXPECT_EQ(inventory->create(beyond), Result::BadValue);
-  EXPECT_EQ(inventory->create(negative), Result::BadValue);
+  EXPECT_EQ(inventory->create(last), Result::DONE);
+  EXPECT_EQ(inventory->create(beyond), Result::BAD_VALUE);
+  EXPECT_EQ(inventory->create(negative), Result::BAD_VALUE);
   EXPECT_EQ(beyond.id, 2147483648);
-  EXPECT_EQ(inventory->count(ObjectKind::Device), 21);
+  EXPECT_EQ(inventory->count(ObjectKind::DEVICE), 21);
   DeviceRecord given = newDevice();
-  EXPECT_EQ(inventory->create(given), Result::Done);
+  EXPECT_EQ(inventory->create(given), Result::DONE);
   EXPECT_EQ(given.id, 21);
 }
 
@@ -200,75 +200,75 @@ TEST_F(Changes, refuseWhatCannotBeCreated) {
     return inventory->create(record);
   };
   const std::vector<Refused> table{
-      {"device id taken", [&] { return device(5, "N", "2"); }, Result::ObjectExists},
-      {"device without name", [&] { return device(0, "", "2"); }, Result::BadValue},
-      {"device at no site", [&] { return device(0, "N", "77"); }, Result::NoSuchObject},
-      {"device at a node", [&] { return device(0, "N", "5"); }, Result::NoSuchObject},
-      {"link id taken", [&] { return link("1", 1, 2, 1); }, Result::ObjectExists},
-      {"link from nowhere", [&] { return link("", 99, 2, 1); }, Result::NoSuchObject},
-      {"link to nowhere", [&] { return link("", 1, 99, 1); }, Result::NoSuchObject},
-      {"link in no direction", [&] { return link("", 1, 2, 2); }, Result::BadValue},
-      {"node id taken by a node", [&] { return node("5", "2", 1); }, Result::ObjectExists},
-      {"node id taken by a submap", [&] { return node("3", "2", 1); }, Result::ObjectExists},
-      {"node in nothing", [&] { return node("", "", 1); }, Result::NoSuchObject},
-      {"node in no submap", [&] { return node("", "99", 1); }, Result::NoSuchObject},
-      {"node in a node", [&] { return node("", "5", 1); }, Result::NoSuchObject},
-      {"node of no device", [&] { return node("", "2", 99); }, Result::NoSuchObject},
-      {"submap in itself", [&] { return subMap("x", "x"); }, Result::NoSuchObject},
-      {"second root", [&] { return subMap("/", "2"); }, Result::ObjectExists},
-      {"submap without parent", [&] { return subMap("x", ""); }, Result::NoSuchObject},
-      {"line in nothing", [&] { return line("", "", "5", "6"); }, Result::NoSuchObject},
-      {"line from nowhere", [&] { return line("", "2", "99", "6"); }, Result::NoSuchObject},
-      {"line to nowhere", [&] { return line("", "2", "5", ""); }, Result::NoSuchObject},
-      {"line id taken", [&] { return line("1", "2", "5", "6"); }, Result::ObjectExists},
-      {"physical link of nothing", [&] { return physical("", "99"); }, Result::NoSuchObject},
-      {"physical link id taken", [&] { return physical("1", "1"); }, Result::ObjectExists},
+      {"device id taken", [&] { return device(5, "N", "2"); }, Result::OBJECT_EXISTS},
+      {"device without name", [&] { return device(0, "", "2"); }, Result::BAD_VALUE},
+      {"device at no site", [&] { return device(0, "N", "77"); }, Result::NO_SUCH_OBJECT},
+      {"device at a node", [&] { return device(0, "N", "5"); }, Result::NO_SUCH_OBJECT},
+      {"link id taken", [&] { return link("1", 1, 2, 1); }, Result::OBJECT_EXISTS},
+      {"link from nowhere", [&] { return link("", 99, 2, 1); }, Result::NO_SUCH_OBJECT},
+      {"link to nowhere", [&] { return link("", 1, 99, 1); }, Result::NO_SUCH_OBJECT},
+      {"link in no direction", [&] { return link("", 1, 2, 2); }, Result::BAD_VALUE},
+      {"node id taken by a node", [&] { return node("5", "2", 1); }, Result::OBJECT_EXISTS},
+      {"node id taken by a submap", [&] { return node("3", "2", 1); }, Result::OBJECT_EXISTS},
+      {"node in nothing", [&] { return node("", "", 1); }, Result::NO_SUCH_OBJECT},
+      {"node in no submap", [&] { return node("", "99", 1); }, Result::NO_SUCH_OBJECT},
+      {"node in a node", [&] { return node("", "5", 1); }, Result::NO_SUCH_OBJECT},
+      {"node of no device", [&] { return node("", "2", 99); }, Result::NO_SUCH_OBJECT},
+      {"submap in itself", [&] { return subMap("x", "x"); }, Result::NO_SUCH_OBJECT},
+      {"second root", [&] { return subMap("/", "2"); }, Result::OBJECT_EXISTS},
+      {"submap without parent", [&] { return subMap("x", ""); }, Result::NO_SUCH_OBJECT},
+      {"line in nothing", [&] { return line("", "", "5", "6"); }, Result::NO_SUCH_OBJECT},
+      {"line from nowhere", [&] { return line("", "2", "99", "6"); }, Result::NO_SUCH_OBJECT},
+      {"line to nowhere", [&] { return line("", "2", "5", ""); }, Result::NO_SUCH_OBJECT},
+      {"line id taken", [&] { return line("1", "2", "5", "6"); }, Result::OBJECT_EXISTS},
+      {"physical link of nothing", [&] { return physical("", "99"); }, Result::NO_SUCH_OBJECT},
+      {"physical link id taken", [&] { return physical("1", "1"); }, Result::OBJECT_EXISTS},
   };
   for (const Refused& refused : table) {
     EXPECT_EQ(refused.create(), refused.result) << refused.what;
   }
   EXPECT_THAT(heard.lines(), IsEmpty());
-  EXPECT_EQ(inventory->count(ObjectKind::Device), 20);
-  EXPECT_EQ(inventory->count(ObjectKind::Node), 20);
-  EXPECT_EQ(inventory->count(ObjectKind::SubMap), 4);
+  EXPECT_EQ(inventory->count(ObjectKind::DEVICE), 20);
+  EXPECT_EQ(inventory->count(ObjectKind::NODE), 20);
+  EXPECT_EQ(inventory->count(ObjectKind::SUB_MAP), 4);
 }
 
 TEST_F(Changes, leaveARefusedRecordAsItWas) {
   LinkRecord link = newLink(1, 99);
-  EXPECT_EQ(inventory->create(link), Result::NoSuchObject);
+  EXPECT_EQ(inventory->create(link), Result::NO_SUCH_OBJECT);
   EXPECT_EQ(link.id, "");
   EXPECT_EQ(link.userLabel, "");
   // Nor does the refused one use up an id.
   LinkRecord next = newLink(1, 2);
-  EXPECT_EQ(inventory->create(next), Result::Done);
-  EXPECT_EQ(next.id, std::to_string(inventory->count(ObjectKind::Link)));
+  EXPECT_EQ(inventory->create(next), Result::DONE);
+  EXPECT_EQ(next.id, std::to_string(inventory->count(ObjectKind::LINK)));
 }
 
 TEST_F(Changes, removeInTheOrderThatReferencesAllow) {
   DeviceRecord device = newDevice();
-  ASSERT_EQ(inventory->create(device), Result::Done);
+  ASSERT_EQ(inventory->create(device), Result::DONE);
   const ObjectKey deviceKey = ObjectKey::device(21);
   LinkRecord link = newLink(21, 1);
-  ASSERT_EQ(inventory->create(link), Result::Done);
+  ASSERT_EQ(inventory->create(link), Result::DONE);
   PhysicalLinkRecord physical{"fibre", link.id};
-  ASSERT_EQ(inventory->create(physical), Result::Done);
+  ASSERT_EQ(inventory->create(physical), Result::DONE);
   NodeRecord node = newNode("2", 21);
-  ASSERT_EQ(inventory->create(node), Result::Done);
+  ASSERT_EQ(inventory->create(node), Result::DONE);
   DisplayLinkRecord line = newDisplayLink("2", node.id, "4");
-  ASSERT_EQ(inventory->create(line), Result::Done);
+  ASSERT_EQ(inventory->create(line), Result::DONE);
   const std::size_t createdLines = heard.lines().size();
 
-  EXPECT_EQ(inventory->remove(deviceKey), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove({ObjectKind::Node, node.id, "2"}), Result::ObjectInUse);
+  EXPECT_EQ(inventory->remove(deviceKey), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove({ObjectKind::NODE, node.id, "2"}), Result::OBJECT_IN_USE);
   EXPECT_EQ(heard.lines().size(), createdLines);
 
-  EXPECT_EQ(inventory->remove({ObjectKind::PhysicalLink, "fibre", {}}), Result::Done);
-  EXPECT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::Done);
-  EXPECT_EQ(inventory->remove(deviceKey), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove({ObjectKind::DisplayLink, line.id, "2"}), Result::Done);
-  EXPECT_EQ(inventory->remove({ObjectKind::Node, node.id, "2"}), Result::Done);
-  EXPECT_EQ(inventory->remove(deviceKey), Result::Done);
+  EXPECT_EQ(inventory->remove({ObjectKind::PHYSICAL_LINK, "fibre", {}}), Result::DONE);
+  EXPECT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::DONE);
+  EXPECT_EQ(inventory->remove(deviceKey), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove({ObjectKind::DISPLAY_LINK, line.id, "2"}), Result::DONE);
+  EXPECT_EQ(inventory->remove({ObjectKind::NODE, node.id, "2"}), Result::DONE);
+  EXPECT_EQ(inventory->remove(deviceKey), Result::DONE);
   EXPECT_FALSE(inventory->device(21));
   EXPECT_FALSE(inventory->link(link.id));
   EXPECT_FALSE(inventory->node(node.id));
@@ -281,18 +281,18 @@ TEST_F(Changes, removeInTheOrderThatReferencesAllow) {
 TEST_F(Changes, removeOnlyEmptySubMaps) {
   SubMapRecord outer = newSubMap("outer", "/");
   SubMapRecord inner = newSubMap("inner", "outer");
-  ASSERT_EQ(inventory->create(outer), Result::Done);
-  ASSERT_EQ(inventory->create(inner), Result::Done);
-  EXPECT_EQ(inventory->remove({ObjectKind::SubMap, "outer", {}}), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove({ObjectKind::SubMap, "2", {}}), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove({ObjectKind::SubMap, "inner", {}}), Result::Done);
-  EXPECT_EQ(inventory->remove({ObjectKind::SubMap, "outer", {}}), Result::Done);
+  ASSERT_EQ(inventory->create(outer), Result::DONE);
+  ASSERT_EQ(inventory->create(inner), Result::DONE);
+  EXPECT_EQ(inventory->remove({ObjectKind::SUB_MAP, "outer", {}}), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove({ObjectKind::SUB_MAP, "2", {}}), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove({ObjectKind::SUB_MAP, "inner", {}}), Result::DONE);
+  EXPECT_EQ(inventory->remove({ObjectKind::SUB_MAP, "outer", {}}), Result::DONE);
 }
 
 TEST_F(Changes, keepWhatTheEmsCannotDoWithout) {
-  EXPECT_EQ(inventory->remove(ObjectKey::ems()), Result::BadValue);
-  EXPECT_EQ(inventory->remove(ObjectKey::subnetwork("1")), Result::BadValue);
-  EXPECT_EQ(inventory->remove({ObjectKind::SubMap, "/", {}}), Result::BadValue);
+  EXPECT_EQ(inventory->remove(ObjectKey::ems()), Result::BAD_VALUE);
+  EXPECT_EQ(inventory->remove(ObjectKey::subnetwork("1")), Result::BAD_VALUE);
+  EXPECT_EQ(inventory->remove({ObjectKind::SUB_MAP, "/", {}}), Result::BAD_VALUE);
   EXPECT_THAT(heard.lines(), IsEmpty());
 }
 
@@ -300,29 +300,29 @@ TEST_F(Changes, knowNothingOfUnknownObjects) {
   const ObjectKey unknown[] = {ObjectKey::device(21),
                                ObjectKey::device(0),
                                ObjectKey::device(4294967297),
-                               {ObjectKind::Device, "01", {}},
-                               {ObjectKind::Device, " 1", {}},
-                               {ObjectKind::Device, "1.0", {}},
-                               {ObjectKind::Device, "+1", {}},
-                               {ObjectKind::Device, "-1", {}},
-                               {ObjectKind::Device, "", {}},
-                               {ObjectKind::Device, "99999999999999999999", {}},
+                               {ObjectKind::DEVICE, "01", {}},
+                               {ObjectKind::DEVICE, " 1", {}},
+                               {ObjectKind::DEVICE, "1.0", {}},
+                               {ObjectKind::DEVICE, "+1", {}},
+                               {ObjectKind::DEVICE, "-1", {}},
+                               {ObjectKind::DEVICE, "", {}},
+                               {ObjectKind::DEVICE, "99999999999999999999", {}},
                                ObjectKey::link(""),
                                ObjectKey::link("01"),
                                ObjectKey::link("99"),
                                ObjectKey::subnetwork("2"),
-                               {ObjectKind::Ems, "1", {}},
-                               {ObjectKind::Node, "3", {}},
-                               {ObjectKind::SubMap, "5", {}},
-                               {ObjectKind::Node, "4", "3"},
-                               {ObjectKind::SubMap, "2", "/"},
-                               {ObjectKind::DisplayLink, "1", "1"},
-                               {ObjectKind::PhysicalLink, "99", {}}};
+                               {ObjectKind::EMS, "1", {}},
+                               {ObjectKind::NODE, "3", {}},
+                               {ObjectKind::SUB_MAP, "5", {}},
+                               {ObjectKind::NODE, "4", "3"},
+                               {ObjectKind::SUB_MAP, "2", "/"},
+                               {ObjectKind::DISPLAY_LINK, "1", "1"},
+                               {ObjectKind::PHYSICAL_LINK, "99", {}}};
   for (const ObjectKey& key : unknown) {
     SCOPED_TRACE(zk::test::dump(key));
     EXPECT_FALSE(inventory->exists(key));
-    EXPECT_EQ(inventory->setOwner(key, "x"), Result::NoSuchObject);
-    EXPECT_EQ(inventory->remove(key), Result::NoSuchObject);
+    EXPECT_EQ(inventory->setOwner(key, "x"), Result::NO_SUCH_OBJECT);
+    EXPECT_EQ(inventory->remove(key), Result::NO_SUCH_OBJECT);
   }
   EXPECT_FALSE(inventory->device(-1));
   EXPECT_FALSE(inventory->device(4294967297));
@@ -331,9 +331,9 @@ TEST_F(Changes, knowNothingOfUnknownObjects) {
 
 TEST_F(Changes, leaveOutWhatIsGoneFromAPage) {
   DeviceRecord device = newDevice();
-  ASSERT_EQ(inventory->create(device), Result::Done);
+  ASSERT_EQ(inventory->create(device), Result::DONE);
   const std::vector<long> ids = inventory->deviceIds();
-  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::Done);
+  ASSERT_EQ(inventory->remove(ObjectKey::device(21)), Result::DONE);
   EXPECT_EQ(inventory->devices(ids).size(), 20u);
   const auto page = inventory->devices({3, 21, 1});
   ASSERT_EQ(page.size(), 2u);
@@ -342,12 +342,12 @@ TEST_F(Changes, leaveOutWhatIsGoneFromAPage) {
 }
 
 TEST_F(Changes, listIdsOfTextKindsOnly) {
-  EXPECT_THAT(inventory->ids(ObjectKind::Ems), IsEmpty());
-  EXPECT_THAT(inventory->ids(ObjectKind::Device), IsEmpty());
-  EXPECT_THAT(inventory->ids(ObjectKind::Subnetwork), ElementsAre("1"));
-  EXPECT_THAT(inventory->ids(ObjectKind::SubMap), ElementsAre("/", "1", "2", "3"));
-  EXPECT_THAT(inventory->ids(ObjectKind::SubMap, "99"), IsEmpty());
-  EXPECT_THAT(inventory->ids(ObjectKind::Link, "99").size(), inventory->count(ObjectKind::Link));
+  EXPECT_THAT(inventory->ids(ObjectKind::EMS), IsEmpty());
+  EXPECT_THAT(inventory->ids(ObjectKind::DEVICE), IsEmpty());
+  EXPECT_THAT(inventory->ids(ObjectKind::SUBNETWORK), ElementsAre("1"));
+  EXPECT_THAT(inventory->ids(ObjectKind::SUB_MAP), ElementsAre("/", "1", "2", "3"));
+  EXPECT_THAT(inventory->ids(ObjectKind::SUB_MAP, "99"), IsEmpty());
+  EXPECT_THAT(inventory->ids(ObjectKind::LINK, "99").size(), inventory->count(ObjectKind::LINK));
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST_F(Delivery, tellsOfAChangeMadeByTheListenerAfterItReturns) {
   struct Changer : RecordedChanges {
     void attributeChanged(const AttributeChange& change) override {
       if (change.after == "first") {
-        EXPECT_EQ(inventory->setOwner(ObjectKey::device(1), "second"), Result::Done);
+        EXPECT_EQ(inventory->setOwner(ObjectKey::device(1), "second"), Result::DONE);
         EXPECT_THAT(lines(), IsEmpty());
       }
       RecordedChanges::attributeChanged(change);
@@ -96,8 +96,8 @@ TEST_F(Delivery, survivesAListenerThatThrows) {
   } thrower;
   zk::test::CapturedTrace trace;
   inventory->setListener(&thrower);
-  EXPECT_EQ(own(1, "a"), Result::Done);
-  EXPECT_EQ(own(1, "b"), Result::Done);
+  EXPECT_EQ(own(1, "a"), Result::DONE);
+  EXPECT_EQ(own(1, "b"), Result::DONE);
   EXPECT_EQ(thrower.lines().size(), 2u);
   EXPECT_THAT(trace.texts(),
               ElementsAre("1 ChangeListener failed.no room", "1 ChangeListener failed."));
@@ -122,7 +122,7 @@ TEST_F(Delivery, letsOthersReadWhileTheListenerWorks) {
   EXPECT_EQ(inventory->device(1)->owner, "a");
   EXPECT_EQ(inventory->deviceIds().size(), 20u);
   release.set_value();
-  EXPECT_EQ(changed.get(), Result::Done);
+  EXPECT_EQ(changed.get(), Result::DONE);
   EXPECT_EQ(slow.lines().size(), 1u);
 }
 

@@ -45,21 +45,21 @@ TEST(InventoryFile, keepsEveryChangeOverARestart) {
   const std::string path = folder.file("ems.db");
   {
     const auto inventory = Inventory::open(path, SMALL);
-    EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(3), "label"), Result::Done);
-    EXPECT_EQ(inventory->setOwner(ObjectKey::link("2"), "someone"), Result::Done);
-    EXPECT_EQ(inventory->setNativeName(ObjectKey::ems(), "Elsewhere"), Result::Done);
+    EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(3), "label"), Result::DONE);
+    EXPECT_EQ(inventory->setOwner(ObjectKey::link("2"), "someone"), Result::DONE);
+    EXPECT_EQ(inventory->setNativeName(ObjectKey::ems(), "Elsewhere"), Result::DONE);
     AlarmRecord alarm;
     alarm.deviceId = 4;
     alarm.probableCause = "LOS";
-    alarm.severity = Severity::Critical;
-    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+    alarm.severity = Severity::CRITICAL;
+    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
     DeviceRecord device;
     device.name = "Added";
-    EXPECT_EQ(inventory->create(device), Result::Done);
-    EXPECT_EQ(inventory->remove(ObjectKey::device(21)), Result::Done);
+    EXPECT_EQ(inventory->create(device), Result::DONE);
+    EXPECT_EQ(inventory->remove(ObjectKey::device(21)), Result::DONE);
   }
   const auto inventory = Inventory::open(path, {5, 1});
-  EXPECT_EQ(inventory->count(ObjectKind::Device), 20) << "seeded again";
+  EXPECT_EQ(inventory->count(ObjectKind::DEVICE), 20) << "seeded again";
   EXPECT_EQ(inventory->device(3)->userLabel, "label");
   EXPECT_EQ(inventory->link("2")->owner, "someone");
   EXPECT_EQ(inventory->ems().nativeName, "Elsewhere");
@@ -67,14 +67,14 @@ TEST(InventoryFile, keepsEveryChangeOverARestart) {
   EXPECT_EQ(inventory->activeAlarms()[0].probableCause, "LOS");
   DeviceRecord device;
   device.name = "Next";
-  EXPECT_EQ(inventory->create(device), Result::Done);
+  EXPECT_EQ(inventory->create(device), Result::DONE);
   EXPECT_EQ(device.id, 22) << "an id was given out twice";
 }
 
 TEST(InventoryFile, seedsAnEmptyFile) {
   const TemporaryFolder folder;
   writeBytes(folder.file("ems.db"), "");
-  EXPECT_EQ(Inventory::open(folder.file("ems.db"), SMALL)->count(ObjectKind::Device), 20);
+  EXPECT_EQ(Inventory::open(folder.file("ems.db"), SMALL)->count(ObjectKind::DEVICE), 20);
 }
 
 TEST(InventoryFile, leavesOneFileWhenClosed) {
@@ -89,7 +89,7 @@ TEST(InventoryFile, refusesASecondOpenerInTheSameProcess) {
   const std::string path = folder.file("ems.db");
   auto first = Inventory::open(path, SMALL);
   EXPECT_EQ(refusalOf(path), "inventory " + path + " is in use by another agent");
-  EXPECT_EQ(first->setOwner(ObjectKey::ems(), "still works"), Result::Done);
+  EXPECT_EQ(first->setOwner(ObjectKey::ems(), "still works"), Result::DONE);
   first.reset();
   EXPECT_EQ(refusalOf(path), "opened");
 }
@@ -164,7 +164,7 @@ TEST(InventoryFile, startsAgainWhenKilledBeforeItWasSeeded) {
   // A journal mode and no tables: all that a first start may leave behind.
   runSql(path, "PRAGMA journal_mode = WAL");
   EXPECT_GT(bytesOf(path).size(), 0u);
-  EXPECT_EQ(Inventory::open(path, SMALL)->count(ObjectKind::Device), 20);
+  EXPECT_EQ(Inventory::open(path, SMALL)->count(ObjectKind::DEVICE), 20);
 }
 
 struct BadFile {
@@ -324,7 +324,7 @@ TEST(InventoryFile, tellsWhenTheDiskTakesNoMore) {
   EXPECT_THROW(inventory->setUserLabel(ObjectKey::device(1), "too much"), InventoryError);
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
   EXPECT_EQ(inventory->device(1)->userLabel, inventory->device(1)->name);
-  EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(1), "fits again"), Result::Done);
+  EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(1), "fits again"), Result::DONE);
   EXPECT_EQ(inventory->device(1)->userLabel, "fits again");
 }
 

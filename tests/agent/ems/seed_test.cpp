@@ -17,14 +17,14 @@ std::unique_ptr<Inventory> seeded(int devices, int sites) {
 
 TEST(Seed, hasTheSampleNetworkByDefault) {
   const auto inventory = Inventory::open(":memory:");
-  EXPECT_EQ(inventory->count(ObjectKind::Ems), 1);
-  EXPECT_EQ(inventory->count(ObjectKind::Subnetwork), 1);
-  EXPECT_EQ(inventory->count(ObjectKind::Device), 200);
-  EXPECT_EQ(inventory->count(ObjectKind::Node), 200);
-  EXPECT_EQ(inventory->count(ObjectKind::SubMap), 10);
-  EXPECT_EQ(inventory->count(ObjectKind::Link), 304);
-  EXPECT_EQ(inventory->count(ObjectKind::PhysicalLink), 304);
-  EXPECT_EQ(inventory->count(ObjectKind::DisplayLink), 304);
+  EXPECT_EQ(inventory->count(ObjectKind::EMS), 1);
+  EXPECT_EQ(inventory->count(ObjectKind::SUBNETWORK), 1);
+  EXPECT_EQ(inventory->count(ObjectKind::DEVICE), 200);
+  EXPECT_EQ(inventory->count(ObjectKind::NODE), 200);
+  EXPECT_EQ(inventory->count(ObjectKind::SUB_MAP), 10);
+  EXPECT_EQ(inventory->count(ObjectKind::LINK), 304);
+  EXPECT_EQ(inventory->count(ObjectKind::PHYSICAL_LINK), 304);
+  EXPECT_EQ(inventory->count(ObjectKind::DISPLAY_LINK), 304);
 }
 
 TEST(Seed, numbersDevicesFromOneWithoutGaps) {
@@ -59,7 +59,7 @@ TEST(Seed, namesDevicesUniquely) {
 TEST(Seed, takesEachPortOnce) {
   const auto inventory = Inventory::open(":memory:");
   std::set<std::pair<long, std::string>> ends;
-  for (const LinkRecord& link : inventory->links(inventory->ids(ObjectKind::Link))) {
+  for (const LinkRecord& link : inventory->links(inventory->ids(ObjectKind::LINK))) {
     ends.insert({link.aEnd.deviceId, link.aEnd.port});
     ends.insert({link.zEnd.deviceId, link.zEnd.port});
     EXPECT_NE(link.aEnd.deviceId, link.zEnd.deviceId) << link.id;
@@ -70,12 +70,12 @@ TEST(Seed, takesEachPortOnce) {
 TEST(Seed, placesTheMapInOneTree) {
   const auto inventory = Inventory::open(":memory:");
   EXPECT_EQ(inventory->subMap("/")->parentId, "");
-  EXPECT_EQ(inventory->ids(ObjectKind::SubMap, "/"), std::vector<std::string>{"1"});
-  EXPECT_EQ(inventory->ids(ObjectKind::SubMap, "1").size(), 8u);
-  EXPECT_EQ(inventory->ids(ObjectKind::Node, "2").size(), 25u);
-  EXPECT_EQ(inventory->ids(ObjectKind::DisplayLink, "2").size(), 25u);
-  EXPECT_EQ(inventory->ids(ObjectKind::DisplayLink, "1").size(), 104u);
-  const auto node = inventory->node(inventory->ids(ObjectKind::Node, "3").front());
+  EXPECT_EQ(inventory->ids(ObjectKind::SUB_MAP, "/"), std::vector<std::string>{"1"});
+  EXPECT_EQ(inventory->ids(ObjectKind::SUB_MAP, "1").size(), 8u);
+  EXPECT_EQ(inventory->ids(ObjectKind::NODE, "2").size(), 25u);
+  EXPECT_EQ(inventory->ids(ObjectKind::DISPLAY_LINK, "2").size(), 25u);
+  EXPECT_EQ(inventory->ids(ObjectKind::DISPLAY_LINK, "1").size(), 104u);
+  const auto node = inventory->node(inventory->ids(ObjectKind::NODE, "3").front());
   ASSERT_TRUE(node);
   EXPECT_EQ(node->parentId, "3");
   EXPECT_EQ(inventory->device(node->deviceId)->siteId, "3");
@@ -84,10 +84,10 @@ TEST(Seed, placesTheMapInOneTree) {
 // What a display link's ends are drawn as must be in the submap that draws it.
 TEST(Seed, drawsLinksWhereTheirEndsAre) {
   const auto inventory = Inventory::open(":memory:");
-  for (const auto& link : inventory->displayLinks(inventory->ids(ObjectKind::DisplayLink))) {
+  for (const auto& link : inventory->displayLinks(inventory->ids(ObjectKind::DISPLAY_LINK))) {
     for (const std::string& end : {link.aEndId, link.zEndId}) {
-      const bool there = inventory->exists({ObjectKind::Node, end, link.parentId}) ||
-                         inventory->exists({ObjectKind::SubMap, end, link.parentId});
+      const bool there = inventory->exists({ObjectKind::NODE, end, link.parentId}) ||
+                         inventory->exists({ObjectKind::SUB_MAP, end, link.parentId});
       EXPECT_TRUE(there) << link.id << " end " << end;
     }
   }
@@ -105,9 +105,9 @@ TEST(Seed, fitsItsOptions) {
     const auto inventory = seeded(size.devices, size.sites);
     SCOPED_TRACE(std::to_string(size.devices) + " devices, " + std::to_string(size.sites) +
                  " sites");
-    EXPECT_EQ(inventory->count(ObjectKind::Device), size.devices);
-    EXPECT_EQ(inventory->count(ObjectKind::SubMap), size.sites + 2);
-    EXPECT_EQ(inventory->count(ObjectKind::Link), size.links);
+    EXPECT_EQ(inventory->count(ObjectKind::DEVICE), size.devices);
+    EXPECT_EQ(inventory->count(ObjectKind::SUB_MAP), size.sites + 2);
+    EXPECT_EQ(inventory->count(ObjectKind::LINK), size.links);
     EXPECT_EQ(inventory->deviceIds().size(), static_cast<std::size_t>(size.devices));
   }
 }
@@ -132,12 +132,12 @@ TEST(Seed, leavesIdsFreeForWhatComesLater) {
   const auto inventory = Inventory::open(":memory:");
   DeviceRecord device;
   device.name = "New";
-  EXPECT_EQ(inventory->create(device), Result::Done);
+  EXPECT_EQ(inventory->create(device), Result::DONE);
   EXPECT_EQ(device.id, 201);
   NodeRecord node;
   node.parentId = "2";
   node.deviceId = 201;
-  EXPECT_EQ(inventory->create(node), Result::Done);
+  EXPECT_EQ(inventory->create(node), Result::DONE);
   EXPECT_EQ(node.id, "210");
 }
 

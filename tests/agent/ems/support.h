@@ -63,7 +63,7 @@ class RecordedChanges : public zk::agent::ChangeListener {
   }
   void attributeChanged(const zk::agent::AttributeChange& change) override {
     static const char* const names[] = {"userLabel", "owner", "nativeName"};
-    add(std::string(change.origin == zk::agent::Origin::Nms ? "nms " : "ems ") +
+    add(std::string(change.origin == zk::agent::Origin::NMS ? "nms " : "ems ") +
         names[static_cast<int>(change.attribute)] + " " + dump(keyOf(change.record)) + " '" +
         change.before + "' '" + change.after + "'");
   }

@@ -24,8 +24,8 @@ void readUntil(const Inventory& inventory, const std::atomic<bool>& stop,
     EXPECT_GE(label, last);
     last = label;
     EXPECT_EQ(inventory.devices(ids).size(), ids.size());
-    EXPECT_EQ(inventory.links(inventory.ids(ObjectKind::Link)).size(),
-              static_cast<std::size_t>(inventory.count(ObjectKind::Link)));
+    EXPECT_EQ(inventory.links(inventory.ids(ObjectKind::LINK)).size(),
+              static_cast<std::size_t>(inventory.count(ObjectKind::LINK)));
     ++reads;
   }
 }
@@ -42,7 +42,7 @@ TEST(InventoryThreads, readWhileOneWrites) {
     readers.emplace_back([&] { readUntil(*inventory, stop, reads); });
   }
   for (int i = 1; i <= CHANGES || reads < READERS; ++i) {
-    EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(1), std::to_string(i)), Result::Done);
+    EXPECT_EQ(inventory->setUserLabel(ObjectKey::device(1), std::to_string(i)), Result::DONE);
   }
   stop = true;
   for (std::thread& reader : readers) {
@@ -78,7 +78,7 @@ TEST(InventoryThreads, areToldInTheOrderOfStoring) {
     writers.emplace_back([&inventory, writer] {
       for (int i = 0; i < CHANGES; ++i) {
         const std::string owner = std::to_string(writer) + "/" + std::to_string(i);
-        EXPECT_EQ(inventory->setOwner(ObjectKey::device(1), owner), Result::Done);
+        EXPECT_EQ(inventory->setOwner(ObjectKey::device(1), owner), Result::DONE);
       }
     });
   }

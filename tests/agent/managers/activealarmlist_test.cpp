@@ -33,11 +33,11 @@ notifications::PerceivedSeverityList_T severities(const SeverityValues& values) 
 class ActiveAlarms : public Network {
  protected:
   ActiveAlarms() {
-    raise(1, "LOS", Severity::Critical);
-    raise(1, "AIS", Severity::Minor);
-    raise(0, "EMS", Severity::Warning);
-    raise(2, "LOS", Severity::Indeterminate);
-    raise(2, "EQPT", Severity::Major);
+    raise(1, "LOS", Severity::CRITICAL);
+    raise(1, "AIS", Severity::MINOR);
+    raise(0, "EMS", Severity::WARNING);
+    raise(2, "LOS", Severity::INDETERMINATE);
+    raise(2, "EQPT", Severity::MAJOR);
   }
 
   long raise(long deviceId, const char* cause, Severity severity) {
@@ -46,7 +46,7 @@ class ActiveAlarms : public Network {
     alarm.probableCause = cause;
     alarm.severity = severity;
     alarm.raisedAt = NOW - std::chrono::hours(1);
-    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+    EXPECT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
     return alarm.id;
   }
 
@@ -125,9 +125,9 @@ TEST_F(ActiveAlarms, comeInPages) {
 TEST_F(ActiveAlarms, areThoseOfTheMomentOfAsking) {
   const auto list = activeAlarms(*inventory, {causes({}), severities({notifications::PS_MINOR})});
   EXPECT_EQ(list.length, 4U);
-  ASSERT_EQ(inventory->clearAlarm(1), Result::Done);
-  EXPECT_EQ(raise(3, "LOF", Severity::Major), 6);
-  raise(2, "EQPT", Severity::Minor);  // is one of those left out now
+  ASSERT_EQ(inventory->clearAlarm(1), Result::DONE);
+  EXPECT_EQ(raise(3, "LOF", Severity::MAJOR), 6);
+  raise(2, "EQPT", Severity::MINOR);  // is one of those left out now
   EXPECT_EQ(idsOf(list), "3 4");
 }
 
@@ -137,9 +137,9 @@ TEST_F(ActiveAlarms, areTheEventsThatRaisedThem) {
   AlarmRecord alarm;
   alarm.deviceId = 4;
   alarm.probableCause = "LOF";
-  alarm.severity = Severity::Major;
+  alarm.severity = Severity::MAJOR;
   alarm.raisedAt = NOW;
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   const auto raised = onlyEvent();
   clock.time += std::chrono::hours(3);
   notifications::EventList_T events;

@@ -33,11 +33,11 @@ std::string idsOf(const notifications::EventList_T& events) {
 class ActiveAlarmQueries : public testing::Test {
  protected:
   ActiveAlarmQueries() {
-    raise(0, "EMS", Severity::Warning);
-    raise(1, "LOS", Severity::Critical);
-    raise(2, "LOS", Severity::Major);
-    raise(1, "AIS", Severity::Minor);
-    raise(0, "LOS", Severity::Major);
+    raise(0, "EMS", Severity::WARNING);
+    raise(1, "LOS", Severity::CRITICAL);
+    raise(2, "LOS", Severity::MAJOR);
+    raise(1, "AIS", Severity::MINOR);
+    raise(0, "LOS", Severity::MAJOR);
     causes.length(1);
     causes[0] = CORBA::string_dup("LOS");
     severities.length(1);
@@ -49,7 +49,7 @@ class ActiveAlarmQueries : public testing::Test {
     alarm.deviceId = deviceId;
     alarm.probableCause = cause;
     alarm.severity = severity;
-    ASSERT_EQ(agent.inventory->raiseAlarm(alarm), zk::agent::Result::Done);
+    ASSERT_EQ(agent.inventory->raiseAlarm(alarm), zk::agent::Result::DONE);
   }
 
   LocalAgent agent{{}, {4, 2}};
@@ -113,7 +113,7 @@ TEST_F(ActiveAlarmQueries, handOutTheRestByAnIterator) {
   EXPECT_EQ(idsOf(events.in()), "1 2");
   ASSERT_FALSE(CORBA::is_nil(iterator.in()));
   EXPECT_EQ(iterator->getLength(), 5U);
-  ASSERT_EQ(agent.inventory->clearAlarm(3), zk::agent::Result::Done);
+  ASSERT_EQ(agent.inventory->clearAlarm(3), zk::agent::Result::DONE);
   EXPECT_FALSE(iterator->next_n(10, events.out()));
   EXPECT_EQ(idsOf(events.in()), "4 5");
   iterator->destroy();

@@ -33,7 +33,7 @@ class ElementManager : public testing::Test {
     device.productName = "product";
     device.version = "V1.2";
     device.location = "Rack 7";
-    EXPECT_EQ(agent.inventory->create(device), zk::agent::Result::Done);
+    EXPECT_EQ(agent.inventory->create(device), zk::agent::Result::DONE);
     return device;
   }
 
@@ -62,8 +62,8 @@ TEST_F(ElementManager, showsOneElement) {
 TEST_F(ElementManager, showsStoredLabelAndOwner) {
   const auto device = newDevice();
   const auto key = zk::agent::ObjectKey::device(static_cast<unsigned long>(device.id));
-  ASSERT_EQ(agent.inventory->setUserLabel(key, "label"), zk::agent::Result::Done);
-  ASSERT_EQ(agent.inventory->setOwner(key, "owner"), zk::agent::Result::Done);
+  ASSERT_EQ(agent.inventory->setUserLabel(key, "label"), zk::agent::Result::DONE);
+  ASSERT_EQ(agent.inventory->setOwner(key, "owner"), zk::agent::Result::DONE);
   const auto me = element(named("ManagedElement", std::to_string(device.id)));
   EXPECT_STREQ(me->userLabel, "label");
   EXPECT_STREQ(me->owner, "owner");

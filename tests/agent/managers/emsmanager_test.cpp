@@ -36,8 +36,8 @@ TEST_F(EmsManager, showsTheEms) {
 
 TEST_F(EmsManager, showsWhatIsStoredOfTheEms) {
   const auto key = zk::agent::ObjectKey::ems();
-  ASSERT_EQ(agent.inventory->setUserLabel(key, "label"), zk::agent::Result::Done);
-  ASSERT_EQ(agent.inventory->setOwner(key, "owner"), zk::agent::Result::Done);
+  ASSERT_EQ(agent.inventory->setUserLabel(key, "label"), zk::agent::Result::DONE);
+  ASSERT_EQ(agent.inventory->setOwner(key, "owner"), zk::agent::Result::DONE);
   emsMgr::EMS_T_var ems;
   manager->getEMS(ems.out());
   EXPECT_STREQ(ems->userLabel, "label");
@@ -80,7 +80,7 @@ TEST_F(EmsManager, listsEveryLinkOnce) {
     }
   }
   EXPECT_EQ(seen.size(), length);
-  EXPECT_EQ(static_cast<long>(length), agent.inventory->count(zk::agent::ObjectKind::Link));
+  EXPECT_EQ(static_cast<long>(length), agent.inventory->count(zk::agent::ObjectKind::LINK));
 
   globaldefs::NamingAttributesList_T_var names;
   globaldefs::NamingAttributesIterator_I_var nameIterator;
@@ -100,7 +100,7 @@ TEST_F(EmsManager, showsOneLinkWithItsEnds) {
   record.owner = "owner";
   record.direction = zk::agent::LinkDirection::UNIDIRECTIONAL;
   record.rate = zk::agent::LinkRate::STM_4;
-  ASSERT_EQ(agent.inventory->create(record), zk::agent::Result::Done);
+  ASSERT_EQ(agent.inventory->create(record), zk::agent::Result::DONE);
   topologicalLink::TopologicalLink_T_var link;
   manager->getTopLevelTopologicalLink(named("TopologicalLink", record.id), link.out());
   EXPECT_EQ(dump(link->name), "EMS=Quor/1|TopologicalLink=" + record.id);

@@ -135,7 +135,7 @@ TEST(IteratorsOfOtherAgents, passOverDevicesRemovedMeanwhile) {
   for (int i = 0; i < 5; ++i) {
     zk::agent::DeviceRecord device;
     device.name = "d" + std::to_string(i);
-    ASSERT_EQ(bare.inventory->create(device), zk::agent::Result::Done);
+    ASSERT_EQ(bare.inventory->create(device), zk::agent::Result::DONE);
     ids.push_back(device.id);
   }
   const auto elements = bare.manager<ManagedElementMgr_I>("ManagedElement");
@@ -143,7 +143,7 @@ TEST(IteratorsOfOtherAgents, passOverDevicesRemovedMeanwhile) {
   managedElement::ManagedElementList_T_var list;
   elements->getAllManagedElements(1, list.out(), iterator.out());
   const auto gone = zk::agent::ObjectKey::device(static_cast<unsigned long>(ids[1]));
-  ASSERT_EQ(bare.inventory->remove(gone), zk::agent::Result::Done);
+  ASSERT_EQ(bare.inventory->remove(gone), zk::agent::Result::DONE);
   managedElement::ManagedElementList_T_var rest;
   EXPECT_FALSE(iterator->next_n(10, rest.out()));
   ASSERT_EQ(rest->length(), 3U);

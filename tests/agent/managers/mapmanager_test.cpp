@@ -38,7 +38,7 @@ class MapManager : public testing::Test {
   LocalAgent agent{{}, {12, 2}};
   topologyMap::TopologyMapMgr_I_var manager = agent.manager<TopologyMapMgr_I>("TopologyMap");
   const NodeRecord node = [this] {
-    const auto ids = agent.inventory->ids(ObjectKind::Node);
+    const auto ids = agent.inventory->ids(ObjectKind::NODE);
     return *agent.inventory->node(ids.at(0));
   }();
 };
@@ -47,14 +47,14 @@ TEST_F(MapManager, listsEveryKind) {
   MapObjectList_T_var objects;
   MapObjectIterator_I_var iterator;
   manager->getAllNodes(1000, objects.out(), iterator.out());
-  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::Node));
+  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::NODE));
   EXPECT_TRUE(CORBA::is_nil(iterator.in()));
   EXPECT_EQ(dump(objects[0].name), "EMS=Quor/1|Node=" + pathOf(node.parentId, node.id));
 
   manager->getAllSubMaps(1000, objects.out(), iterator.out());
-  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::SubMap));
+  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::SUB_MAP));
   manager->getAllDisplayLinks(1000, objects.out(), iterator.out());
-  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::DisplayLink));
+  EXPECT_EQ(static_cast<long>(objects->length()), agent.inventory->count(ObjectKind::DISPLAY_LINK));
   EXPECT_GT(objects->length(), 0U);
 }
 
@@ -64,7 +64,7 @@ TEST_F(MapManager, handsOutTheRestThroughAnIterator) {
   manager->getAllNodes(5, objects.out(), iterator.out());
   EXPECT_EQ(objects->length(), 5U);
   ASSERT_FALSE(CORBA::is_nil(iterator.in()));
-  EXPECT_EQ(static_cast<long>(iterator->getLength()), agent.inventory->count(ObjectKind::Node));
+  EXPECT_EQ(static_cast<long>(iterator->getLength()), agent.inventory->count(ObjectKind::NODE));
   EXPECT_TRUE(iterator->next_n(5, objects.out()));
   EXPECT_FALSE(iterator->next_n(1000, objects.out()));
   iterator->destroy();

@@ -77,7 +77,7 @@ TEST_F(Setters, reachEveryKindOfObject) {
   EXPECT_EQ(agent.inventory->ems().userLabel, "ems");
   manager->setUserLabel(named("MultiLayerSubnetwork", "1"), "net", false);
   EXPECT_EQ(agent.inventory->subnetwork().userLabel, "net");
-  const std::string link = agent.inventory->ids(ObjectKind::Link).at(0);
+  const std::string link = agent.inventory->ids(ObjectKind::LINK).at(0);
   manager->setUserLabel(named("TopologicalLink", link), "link", false);
   EXPECT_EQ(agent.inventory->link(link)->userLabel, "link");
   EXPECT_EQ(pushed.events().size(), 3U);

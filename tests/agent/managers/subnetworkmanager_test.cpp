@@ -53,7 +53,7 @@ TEST_F(SubnetworkManager, listsItsElementsAndLinks) {
   topologicalLink::TopologicalLinkIterator_I_var linkIterator;
   manager->getAllTopologicalLinks(whole, 1000, links.out(), linkIterator.out());
   EXPECT_EQ(static_cast<long>(links->length()),
-            agent.inventory->count(zk::agent::ObjectKind::Link));
+            agent.inventory->count(zk::agent::ObjectKind::LINK));
   manager->getAllTopologicalLinkNames(whole, 1000, names.out(), nameIterator.out());
   ASSERT_EQ(names->length(), links->length());
   ASSERT_GT(names->length(), 0U);

@@ -54,7 +54,7 @@ AlarmRecord lossOfSignal(long deviceId) {
   alarm.probableCause = "LOS";
   alarm.qualifier = "/rack=1/port=2";
   alarm.nativeProbableCause = "Receive power lost";
-  alarm.severity = Severity::Major;
+  alarm.severity = Severity::MAJOR;
   alarm.raisedAt = NOW - std::chrono::milliseconds(2500);
   alarm.additionalText = "see the card";
   return alarm;
@@ -64,13 +64,13 @@ class AlarmEvents : public Network {};
 
 TEST_F(AlarmEvents, tellARaisedAlarmByPosition) {
   AlarmRecord alarm = lossOfSignal(1);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   EXPECT_EQ(told(), Texts{alarmText({})});
 }
 
 TEST_F(AlarmEvents, haveContentsThatAReaderCanTakeOut) {
   AlarmRecord alarm = lossOfSignal(1);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   const auto event = onlyEvent();
   const auto& properties = event.filterable_data;
   transmissionParameters::LayerRate_T layer = 0;
@@ -85,7 +85,7 @@ TEST_F(AlarmEvents, haveContentsThatAReaderCanTakeOut) {
 
 TEST_F(AlarmEvents, tellAnAlarmOfTheEmsItself) {
   AlarmRecord alarm = lossOfSignal(0);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   Told expected;
   expected.name = "";
   expected.nativeName = "Quor/1";
@@ -95,18 +95,18 @@ TEST_F(AlarmEvents, tellAnAlarmOfTheEmsItself) {
 }
 
 TEST_F(AlarmEvents, callTheEmsByTheNameItWasGiven) {
-  ASSERT_EQ(inventory->setNativeName(ObjectKey::ems(), "Headquarters"), Result::Done);
+  ASSERT_EQ(inventory->setNativeName(ObjectKey::ems(), "Headquarters"), Result::DONE);
   told();
   AlarmRecord alarm = lossOfSignal(0);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   EXPECT_NE(told().at(0).find("2 nativeEMSName=string:Headquarters\n"), std::string::npos);
 }
 
 TEST_F(AlarmEvents, tellAClearedAlarmWithTheTimeOfClearing) {
   AlarmRecord alarm = lossOfSignal(1);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   told();
-  ASSERT_EQ(inventory->clearAlarm(alarm.id), Result::Done);
+  ASSERT_EQ(inventory->clearAlarm(alarm.id), Result::DONE);
   Told expected;
   expected.severity = "PS_CLEARED";
   expected.neTime = expected.emsTime;
@@ -115,11 +115,11 @@ TEST_F(AlarmEvents, tellAClearedAlarmWithTheTimeOfClearing) {
 
 TEST_F(AlarmEvents, tellAnAlarmThatGotWorseUnderItsOldNumber) {
   AlarmRecord alarm = lossOfSignal(1);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);  // the same again: nothing new
-  alarm.severity = Severity::Critical;
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);  // the same again: nothing new
+  alarm.severity = Severity::CRITICAL;
   alarm.additionalText = "the card is dead";
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   Told worse;
   worse.severity = "PS_CRITICAL";
   worse.text = "the card is dead";
@@ -129,8 +129,8 @@ TEST_F(AlarmEvents, tellAnAlarmThatGotWorseUnderItsOldNumber) {
 TEST_F(AlarmEvents, numberAlarmsApart) {
   AlarmRecord first = lossOfSignal(1);
   AlarmRecord second = lossOfSignal(2);
-  ASSERT_EQ(inventory->raiseAlarm(first), Result::Done);
-  ASSERT_EQ(inventory->raiseAlarm(second), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(first), Result::DONE);
+  ASSERT_EQ(inventory->raiseAlarm(second), Result::DONE);
   Told other;
   other.id = "2";
   other.name = "|ManagedElement=2";
@@ -142,11 +142,11 @@ TEST_F(AlarmEvents, numberAlarmsApart) {
 TEST_F(AlarmEvents, tellTheAlarmsOfARemovedDeviceBeforeItsRemoval) {
   DeviceRecord device;
   device.name = "short-lived";
-  ASSERT_EQ(inventory->create(device), Result::Done);
+  ASSERT_EQ(inventory->create(device), Result::DONE);
   AlarmRecord alarm = lossOfSignal(device.id);
-  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::Done);
+  ASSERT_EQ(inventory->raiseAlarm(alarm), Result::DONE);
   told();
-  ASSERT_EQ(inventory->remove(keyOf(device)), Result::Done);
+  ASSERT_EQ(inventory->remove(keyOf(device)), Result::DONE);
   Told cleared;
   cleared.name = "|ManagedElement=5";
   cleared.nativeName = "";

@@ -46,8 +46,8 @@ const Case KINDS[] = {
     {"subnetwork", ObjectKey::subnetwork("1"), "|MultiLayerSubnetwork=1",
      "OT_MULTILAYER_SUBNETWORK", "MultiLayerSubnetwork"},
     {"link", ObjectKey::link("1"), "|TopologicalLink=1", "OT_TOPOLOGICAL_LINK", "TopologicalLink"},
-    {"node", {ObjectKind::Node, "4", {}}, "|Node=/parentid=2/id=4", "OT_AID", "NODE"},
-    {"submap", {ObjectKind::SubMap, "2", {}}, "|SubMap=/parentid=1/id=2", "OT_AID", "SUBMAP"},
+    {"node", {ObjectKind::NODE, "4", {}}, "|Node=/parentid=2/id=4", "OT_AID", "NODE"},
+    {"submap", {ObjectKind::SUB_MAP, "2", {}}, "|SubMap=/parentid=1/id=2", "OT_AID", "SUBMAP"},
 };
 
 class OfEachKind : public Network, public testing::WithParamInterface<Case> {};
@@ -60,21 +60,21 @@ TEST_P(OfEachKind, tellsEachAttributeByItsName) {
   const auto expected = [&row](const char* attribute, const char* text) {
     return change(row.nmsName, row.objectType, row.qualifier, attribute, text);
   };
-  ASSERT_EQ(inventory->setUserLabel(row.key, "a label"), Result::Done);
-  ASSERT_EQ(inventory->setOwner(row.key, "an owner"), Result::Done);
-  ASSERT_EQ(inventory->setNativeName(row.key, "a name"), Result::Done);
+  ASSERT_EQ(inventory->setUserLabel(row.key, "a label"), Result::DONE);
+  ASSERT_EQ(inventory->setOwner(row.key, "an owner"), Result::DONE);
+  ASSERT_EQ(inventory->setNativeName(row.key, "a name"), Result::DONE);
   EXPECT_EQ(told(), (Texts{expected("userLabel", "a label"), expected("owner", "an owner"),
                            expected("nativeEMSName", "a name")}));
 }
 
 TEST_F(AttributeNotifications, tellARenamedDevice) {
-  ASSERT_EQ(inventory->renameDevice(1, "Renamed"), Result::Done);
+  ASSERT_EQ(inventory->renameDevice(1, "Renamed"), Result::DONE);
   EXPECT_EQ(told(), Texts{change("|ManagedElement=1", "OT_MANAGED_ELEMENT", "ManagedElement",
                                  "nativeEMSName", "Renamed")});
 }
 
 TEST_F(AttributeNotifications, tellNothingThatStayedTheSame) {
-  ASSERT_EQ(inventory->setUserLabel(ObjectKey::device(1), "Aldermoor-QM32-01"), Result::Done);
+  ASSERT_EQ(inventory->setUserLabel(ObjectKey::device(1), "Aldermoor-QM32-01"), Result::DONE);
   EXPECT_EQ(told(), Texts{});
 }
 
@@ -89,8 +89,8 @@ TEST_F(AttributeNotifications, tellWhatAnNmsSetOnce) {
 }
 
 TEST_F(AttributeNotifications, leaveTheNmssChangesToTheLibrary) {
-  const ChangeOptions byNms{false, Origin::Nms};
-  ASSERT_EQ(inventory->setNativeName(ObjectKey::device(1), "by the NMS", byNms), Result::Done);
+  const ChangeOptions byNms{false, Origin::NMS};
+  ASSERT_EQ(inventory->setNativeName(ObjectKey::device(1), "by the NMS", byNms), Result::DONE);
   EXPECT_EQ(told(), Texts{});
 }
 

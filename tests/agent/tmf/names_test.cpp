@@ -110,7 +110,9 @@ TEST(Names, giveTheEmsItsTextsForTheParentsOfMapObjects) {
     name.parentId_ = parent;
     return keyOfName(name);
   };
-  const auto inside = [](const char* parent) { return ObjectKey{ObjectKind::SubMap, "5", parent}; };
+  const auto inside = [](const char* parent) {
+    return ObjectKey{ObjectKind::SUB_MAP, "5", parent};
+  };
   EXPECT_EQ(keyOf("AllSubMap"), inside(""));
   EXPECT_EQ(keyOf("AllSubmap"), inside(""));
   EXPECT_EQ(keyOf("VTMAP_PHY_SUBMAP"), inside("/"));

@@ -69,13 +69,13 @@ class ObjectNotifications : public Network {
     device.productName = "Quor QA-8 Access Multiplexer";
     device.version = "3.1.4";
     device.location = "Gannet, room 1";
-    EXPECT_EQ(inventory->create(device), Result::Done);
+    EXPECT_EQ(inventory->create(device), Result::DONE);
     return device;
   }
 
   template <class Record>
   void create(Record& record) {
-    ASSERT_EQ(inventory->create(record), Result::Done);
+    ASSERT_EQ(inventory->create(record), Result::DONE);
   }
 };
 
@@ -96,7 +96,7 @@ TEST_F(ObjectNotifications, tellADevice) {
             "emsInSyncState true\n"
             "supportedRates 0\n"
             "additionalInfo \n");
-  ASSERT_EQ(inventory->remove(ObjectKey::device(5)), Result::Done);
+  ASSERT_EQ(inventory->remove(ObjectKey::device(5)), Result::DONE);
   EXPECT_EQ(told(), Texts{deletion("ManagedElement=5", "OT_MANAGED_ELEMENT", "ManagedElement")});
 }
 
@@ -120,7 +120,7 @@ TEST_F(ObjectNotifications, tellALink) {
   EXPECT_EQ(body.rate, 22);
   EXPECT_EQ(dumpName(body.aEndTP), "EMS=Quor/1|ManagedElement=1|PTP=/rack=1/port=7");
   EXPECT_EQ(dumpName(body.zEndTP), "EMS=Quor/1|ManagedElement=2|PTP=/rack=1/port=8");
-  ASSERT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::Done);
+  ASSERT_EQ(inventory->remove(ObjectKey::link(link.id)), Result::DONE);
   EXPECT_EQ(told(), Texts{deletion(name, "OT_TOPOLOGICAL_LINK", "TopologicalLink")});
 }
 
@@ -136,7 +136,7 @@ TEST_F(ObjectNotifications, tellANode) {
   EXPECT_EQ(dumpEvent(event), creation("Node=/parentid=2/id=n9", "OT_AID", "NODE", "MapObject_T"));
   EXPECT_EQ(textOf(bodyOf<topologyMap::MapObject_T>(event)),
             "EMS=Quor/1|Node=/parentid=2/id=n9 'Node nine' 'Node nine' 'Veltra' managedElement=3");
-  ASSERT_EQ(inventory->remove({ObjectKind::Node, "n9", {}}), Result::Done);
+  ASSERT_EQ(inventory->remove({ObjectKind::NODE, "n9", {}}), Result::DONE);
   EXPECT_EQ(told(), Texts{deletion("Node=/parentid=2/id=n9", "OT_AID", "NODE")});
 }
 
@@ -155,7 +155,7 @@ TEST_F(ObjectNotifications, tellASubMapInThePhysicalRoot) {
             "EMS=Quor/1|" + name + " 'Second network' 'Second network' '' ");
   NS_QUORCORBA::CASubMapName read;
   ASSERT_EQ(read.Nms2EmsName(bodyOf<topologyMap::MapObject_T>(event).name), 0U);
-  ASSERT_EQ(inventory->remove(keyOfName(read)), Result::Done);
+  ASSERT_EQ(inventory->remove(keyOfName(read)), Result::DONE);
   EXPECT_EQ(told(), Texts{deletion(name, "OT_AID", "SUBMAP")});
 }
 
@@ -168,7 +168,7 @@ TEST_F(ObjectNotifications, tellAPhysicalLink) {
   EXPECT_EQ(dumpEvent(event), creation("PhysicalLink=p9", "OT_AID", "PHYSICALLINK", "MapObject_T"));
   EXPECT_EQ(textOf(bodyOf<topologyMap::MapObject_T>(event)),
             "EMS=Quor/1|PhysicalLink=p9 '' '' '' topologicalLink=1");
-  ASSERT_EQ(inventory->remove({ObjectKind::PhysicalLink, "p9", {}}), Result::Done);
+  ASSERT_EQ(inventory->remove({ObjectKind::PHYSICAL_LINK, "p9", {}}), Result::DONE);
   EXPECT_EQ(told(), Texts{deletion("PhysicalLink=p9", "OT_AID", "PHYSICALLINK")});
 }
 
@@ -180,9 +180,9 @@ TEST_F(ObjectNotifications, leaveOutDisplayLinks) {
   link.zEndId = "3";
   link.nativeName = "drawn";
   create(link);
-  const ObjectKey key{ObjectKind::DisplayLink, "d9", {}};
-  ASSERT_EQ(inventory->setUserLabel(key, "drawn again"), Result::Done);
-  ASSERT_EQ(inventory->remove(key), Result::Done);
+  const ObjectKey key{ObjectKind::DISPLAY_LINK, "d9", {}};
+  ASSERT_EQ(inventory->setUserLabel(key, "drawn again"), Result::DONE);
+  ASSERT_EQ(inventory->remove(key), Result::DONE);
   createDevice();  // the next event is about something else: nothing is on its way
   EXPECT_EQ(told(), Texts{creation("ManagedElement=5", "OT_MANAGED_ELEMENT", "ManagedElement",
                                    "ManagedElement_T")});
@@ -190,9 +190,9 @@ TEST_F(ObjectNotifications, leaveOutDisplayLinks) {
 
 TEST_F(ObjectNotifications, areNotSentForRefusedChanges) {
   DeviceRecord nameless;
-  EXPECT_EQ(inventory->create(nameless), Result::BadValue);
-  EXPECT_EQ(inventory->remove(ObjectKey::device(1)), Result::ObjectInUse);
-  EXPECT_EQ(inventory->remove(ObjectKey::device(77)), Result::NoSuchObject);
+  EXPECT_EQ(inventory->create(nameless), Result::BAD_VALUE);
+  EXPECT_EQ(inventory->remove(ObjectKey::device(1)), Result::OBJECT_IN_USE);
+  EXPECT_EQ(inventory->remove(ObjectKey::device(77)), Result::NO_SUCH_OBJECT);
   EXPECT_EQ(told(), Texts{});
 }
 
@@ -212,7 +212,7 @@ TEST_F(ObjectNotifications, endWithTheirReporting) {
     { const ChangeReporting shortLived(*quiet); }
     DeviceRecord device;
     device.name = "unheard";
-    ASSERT_EQ(quiet->create(device), Result::Done);
+    ASSERT_EQ(quiet->create(device), Result::DONE);
   }
   EXPECT_EQ(told(), Texts{});
 }

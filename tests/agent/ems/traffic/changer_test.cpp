@@ -23,7 +23,7 @@ struct Trial {
 
   void steps(Changer& changer, int count) {
     for (int i = 0; i < count; ++i) {
-      ASSERT_EQ(changer.step(), Result::Done) << "step " << i;
+      ASSERT_EQ(changer.step(), Result::DONE) << "step " << i;
     }
   }
 
@@ -55,8 +55,8 @@ TEST(Changer, makesEveryKindOfChange) {
   for (const char* kind : {"userLabel", "owner", "nativeName", "raised", "cleared"}) {
     EXPECT_GT(seen[kind], 20) << kind;
   }
-  for (const ObjectKind kind : {ObjectKind::Device, ObjectKind::Link, ObjectKind::Node,
-                                ObjectKind::SubMap, ObjectKind::PhysicalLink}) {
+  for (const ObjectKind kind : {ObjectKind::DEVICE, ObjectKind::LINK, ObjectKind::NODE,
+                                ObjectKind::SUB_MAP, ObjectKind::PHYSICAL_LINK}) {
     const std::string number = std::to_string(static_cast<int>(kind));
     EXPECT_GT(seen["created " + number], 0) << number;
     EXPECT_GT(seen["removed " + number], 0) << number;
@@ -68,7 +68,7 @@ TEST(Changer, tellsOneChangeAStepUnlessADeviceTakesItsAlarmsAlong) {
   Changer changer(*run.inventory, 3);
   std::size_t told = 0;
   for (int i = 0; i < 1000; ++i) {
-    ASSERT_EQ(changer.step(), Result::Done);
+    ASSERT_EQ(changer.step(), Result::DONE);
     const Lines lines = run.changes.lines();
     ASSERT_GT(lines.size(), told) << "step " << i << " told nothing";
     if (lines.size() > told + 1) {
@@ -83,8 +83,8 @@ std::set<std::string> keysOf(const Inventory& inventory) {
   for (const long id : inventory.deviceIds()) {
     keys.insert(zk::test::dump(ObjectKey::device(static_cast<unsigned long>(id))));
   }
-  for (const ObjectKind kind : {ObjectKind::Link, ObjectKind::Node, ObjectKind::SubMap,
-                                ObjectKind::DisplayLink, ObjectKind::PhysicalLink}) {
+  for (const ObjectKind kind : {ObjectKind::LINK, ObjectKind::NODE, ObjectKind::SUB_MAP,
+                                ObjectKind::DISPLAY_LINK, ObjectKind::PHYSICAL_LINK}) {
     for (const std::string& id : inventory.ids(kind)) {
       keys.insert(zk::test::dump(ObjectKey{kind, id, {}}));
     }
@@ -97,7 +97,7 @@ TEST(Changer, removesNothingThatWasThereBeforeAndStaysSmall) {
   const std::set<std::string> before = keysOf(*run.inventory);
   Changer changer(*run.inventory, 5);
   for (int i = 0; i < 3000; ++i) {
-    ASSERT_EQ(changer.step(), Result::Done);
+    ASSERT_EQ(changer.step(), Result::DONE);
     ASSERT_LE(run.inventory->activeAlarms().size(), MOST_TRAFFIC_ALARMS);
   }
   const std::set<std::string> after = keysOf(*run.inventory);
@@ -126,8 +126,8 @@ TEST(Changer, leavesOthersAlarmsActive) {
   AlarmRecord alarm;
   alarm.deviceId = 1;
   alarm.probableCause = "LOS";
-  alarm.severity = Severity::Critical;
-  ASSERT_EQ(run.inventory->raiseAlarm(alarm), Result::Done);
+  alarm.severity = Severity::CRITICAL;
+  ASSERT_EQ(run.inventory->raiseAlarm(alarm), Result::DONE);
   Changer changer(*run.inventory, 2);
   run.steps(changer, 1000);
   EXPECT_TRUE(run.inventory->alarm(alarm.id).has_value());
@@ -145,18 +145,18 @@ TEST(Changer, goesOnWhenSomebodyElseRemovesObjects) {
   Trial run({3, 1});
   Changer changer(*run.inventory, 6);
   for (const ObjectKind kind :
-       {ObjectKind::DisplayLink, ObjectKind::PhysicalLink, ObjectKind::Link, ObjectKind::Node}) {
+       {ObjectKind::DISPLAY_LINK, ObjectKind::PHYSICAL_LINK, ObjectKind::LINK, ObjectKind::NODE}) {
     for (const std::string& id : run.inventory->ids(kind)) {
-      ASSERT_EQ(run.inventory->remove({kind, id, {}}), Result::Done);
+      ASSERT_EQ(run.inventory->remove({kind, id, {}}), Result::DONE);
     }
   }
   for (const long id : run.inventory->deviceIds()) {
     ASSERT_EQ(run.inventory->remove(ObjectKey::device(static_cast<unsigned long>(id))),
-              Result::Done);
+              Result::DONE);
   }
   int refused = 0;
   for (int i = 0; i < 1000; ++i) {
-    refused += changer.step() != Result::Done ? 1 : 0;
+    refused += changer.step() != Result::DONE ? 1 : 0;
   }
   EXPECT_GT(refused, 0);
   EXPECT_LE(refused, 30) << "objects that are gone are met again and again";
