@@ -35,8 +35,9 @@ TEST(ParseNumberOrInvalid, reportsANullTextWithTheLineOfTheCheck) {
     ASSERT_EQ(log->texts().size(), 1U);
     const std::regex form(
         "ASSERT: file nameparse, line ([1-9][0-9]*) assertion failed for '0 != str'\\.\n");
+    const std::string text = log->texts()[0];
     std::smatch match;
-    ASSERT_TRUE(std::regex_match(log->texts()[0], match, form)) << log->texts()[0];
+    ASSERT_TRUE(std::regex_match(text, match, form)) << text;
     EXPECT_NE(sourceLine("nameparse", std::stoi(match[1])).find("str != nullptr"),
               std::string::npos)
         << "not the line of the check: " << match[1];
