@@ -2,6 +2,7 @@
 #include "input.h"
 #include "namechecks.h"
 #include "zk_quornex/idl/names.h"
+#include "zk_quornex/names/nameconvert.h"
 
 namespace {
 

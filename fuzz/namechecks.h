@@ -4,7 +4,9 @@
 
 #include <string>
 
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
+#include "zk_quornex/names/tename.h"
 
 namespace zk::fuzz {
 

@@ -5,20 +5,22 @@
 namespace zk::nms {
 
 bool EventQueue::put(Event event) {
-  std::unique_lock<std::mutex> lock(mutex_);
-  changed_.wait(lock, [this] { return closed_ || told_.size() < limit_; });
+  const MutexLock lock(mutex_);
+  while (!closed_ && told_.size() >= limit_) {
+    changed_.wait(mutex_);
+  }
   if (closed_) {
     return false;
   }
   told_.push_back({Told::EVENT, std::move(event), "", ""});
-  changed_.notify_all();
+  changed_.notifyAll();
   return true;
 }
 
 void EventQueue::tell(Told told) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   told_.push_back(std::move(told));
-  changed_.notify_all();
+  changed_.notifyAll();
 }
 
 void EventQueue::add(Event event) { tell({Told::EVENT, std::move(event), "", ""}); }
@@ -42,24 +44,26 @@ void EventQueue::eventLossCleared(const std::string& endTime) {
 }
 
 std::optional<Told> EventQueue::take(std::chrono::steady_clock::time_point until) {
-  std::unique_lock<std::mutex> lock(mutex_);
-  if (!changed_.wait_until(lock, until, [this] { return !told_.empty(); })) {
-    return std::nullopt;
+  const MutexLock lock(mutex_);
+  while (told_.empty()) {
+    if (!changed_.waitUntil(mutex_, until) && told_.empty()) {
+      return std::nullopt;
+    }
   }
   std::optional<Told> result(std::move(told_.front()));
   told_.pop_front();
-  changed_.notify_all();
+  changed_.notifyAll();
   return result;
 }
 
 void EventQueue::close() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   closed_ = true;
-  changed_.notify_all();
+  changed_.notifyAll();
 }
 
 void EventQueue::reopen() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   closed_ = false;
 }
 

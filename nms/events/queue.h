@@ -4,14 +4,13 @@
 #define ZK_NMS_EVENTS_QUEUE_H
 
 #include <chrono>
-#include <condition_variable>
 #include <deque>
-#include <mutex>
 #include <optional>
 #include <string>
 
 #include "nms/events/event.h"
 #include "nms/wire/nmssession.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::nms {
 
@@ -57,10 +56,10 @@ class EventQueue : public SessionListener {
   void tell(Told told);
 
   const std::size_t limit_;
-  std::mutex mutex_;  // guards what follows
-  std::condition_variable changed_;
-  std::deque<Told> told_;
-  bool closed_ = false;
+  Mutex mutex_;
+  Condition changed_;
+  std::deque<Told> told_ ZK_GUARDED_BY(mutex_);
+  bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::nms

@@ -18,12 +18,12 @@ bool isIgnored(int signal) {
 }  // namespace
 
 void Interrupts::beforeExit(std::function<void()> cleanUp) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   cleanUp_ = std::move(cleanUp);
 }
 
 void Interrupts::cleanUp() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   if (cleanUp_) {
     cleanUp_();
   }

@@ -6,8 +6,9 @@
 
 #include <atomic>
 #include <functional>
-#include <mutex>
 #include <thread>
+
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::nms {
 
@@ -26,8 +27,8 @@ class Interrupts {
   void cleanUp();
 
  private:
-  std::mutex mutex_;
-  std::function<void()> cleanUp_;
+  Mutex mutex_;
+  std::function<void()> cleanUp_ ZK_GUARDED_BY(mutex_);
 };
 
 // On SIGINT, SIGTERM or SIGHUP, unless the process was started with it

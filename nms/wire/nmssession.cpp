@@ -3,23 +3,23 @@
 namespace zk::nms {
 
 void NmsSession::associate(emsSession::EmsSession_I_ptr session) {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   session_ = emsSession::EmsSession_I::_duplicate(session);
 }
 
 bool NmsSession::ended() const {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   return ended_;
 }
 
 session::Session_I_ptr NmsSession::associatedSession() {
-  const std::lock_guard<std::mutex> guard(mutex_);
+  const MutexLock guard(mutex_);
   return session::Session_I::_duplicate(session_.in());
 }
 
 void NmsSession::endSession() {
   {
-    const std::lock_guard<std::mutex> guard(mutex_);
+    const MutexLock guard(mutex_);
     ended_ = true;
   }
   if (listener_ != nullptr) {

@@ -2,10 +2,10 @@
 #ifndef ZK_NMS_WIRE_NMSSESSION_H
 #define ZK_NMS_WIRE_NMSSESSION_H
 
-#include <mutex>
 #include <string>
 
 #include "zk_quornex/idl/sessions.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::nms {
 
@@ -44,9 +44,9 @@ class NmsSession : public POA_nmsSession::NmsSession_I {
  private:
   SessionListener* const listener_;
 
-  mutable std::mutex mutex_;  // guards what follows
-  emsSession::EmsSession_I_var session_;
-  bool ended_ = false;
+  mutable Mutex mutex_;
+  emsSession::EmsSession_I_var session_ ZK_GUARDED_BY(mutex_);
+  bool ended_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace zk::nms

@@ -4,7 +4,7 @@
 
 #include "tests/mo/recordtext.h"
 #include "zk_quornex/mo/moadapter.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/tename.h"
 
 namespace {
 

@@ -7,6 +7,8 @@
 #include "tests/support/dump.h"
 #include "tests/support/journal.h"
 #include "zk_quornex/mo/commonfunc.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
 
 namespace zk::test {
 namespace {

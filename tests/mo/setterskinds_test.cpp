@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "tests/mo/setters.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
 
 namespace zk::test {
 namespace {

@@ -10,7 +10,9 @@
 
 #include "tests/support/doubles.h"
 #include "tests/support/dump.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
+#include "zk_quornex/names/tename.h"
 
 namespace zk::test {
 

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "tests/names/names.h"
+#include "zk_quornex/names/nameconvert.h"
 
 namespace {
 

@@ -9,6 +9,8 @@
 
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
 #include "zk_quornex/notify/notification.h"
 
 namespace zk::test {

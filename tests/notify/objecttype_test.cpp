@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "zk_quornex/names/mapname.h"
 #include "zk_quornex/notify/notification.h"
 
 namespace zk::test {

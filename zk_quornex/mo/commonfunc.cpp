@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "zk_quornex/names/nameconvert.h"
 #include "zk_quornex/notify/notification.h"
 #include "zk_quornex/platform/ems.h"
 #include "zk_quornex/platform/trace.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/tename.h"
 #include "zk_quornex/platform/config.h"
 
 namespace NS_QUORCORBA {

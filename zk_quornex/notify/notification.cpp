@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "zk_quornex/names/nameconvert.h"
 #include "zk_quornex/platform/events.h"
 #include "zk_quornex/platform/timechange.h"
 

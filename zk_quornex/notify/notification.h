@@ -10,7 +10,7 @@
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/idl/names.h"
 #include "zk_quornex/names/codes.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/tename.h"
 
 namespace NS_QUORCORBA {
 

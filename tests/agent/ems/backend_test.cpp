@@ -9,7 +9,7 @@
 #include "tests/agent/ems/support.h"
 #include "tests/support/doubles.h"
 #include "zk_quornex/mo/commonfunc.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/tename.h"
 #include "zk_quornex/platform/ems.h"
 
 using namespace zk::agent;

@@ -4,7 +4,9 @@
 
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
+#include "zk_quornex/names/tename.h"
 
 namespace {
 

@@ -2,7 +2,9 @@
 #include "agent/tmf/names.h"
 #include "tests/agent/tmf/network.h"
 #include "tests/mo/recordtext.h"
-#include "zk_quornex/names/nameconvert.h"
+#include "zk_quornex/names/aidname.h"
+#include "zk_quornex/names/mapname.h"
+#include "zk_quornex/names/tename.h"
 
 namespace {
 
