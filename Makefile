@@ -30,6 +30,7 @@ asan: dev-packages ## Run every test under the address and undefined-behaviour s
 tsan: dev-packages ## Run every test under the thread sanitizer
 clang: dev-packages ## Build with clang and its thread-safety analysis, and run every test
 coverage: dev-packages ## Run every test and count the lines that they reach
+tsan: export TSAN_OPTIONS := suppressions=$(CURDIR)/tests/tsan-suppressions.txt
 asan tsan clang coverage:
 	@cmake --preset $@
 	@cmake --build build/$@

@@ -10,7 +10,12 @@
 namespace zk::test {
 namespace {
 
+// With a sanitizer each takes its time.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int EXITS = 30;
+#else
 constexpr int EXITS = 300;
+#endif
 
 // The child's wait status; -1 when it could not be started.
 int statusOfChild() {
