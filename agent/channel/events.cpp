@@ -9,7 +9,6 @@ namespace zk::agent {
 
 namespace {
 
-using CosNotification::FixedEventHeader;
 using CosNotification::StructuredEvent;
 
 constexpr std::array<const char*, 6> TYPE_NAMES = {

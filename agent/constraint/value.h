@@ -43,8 +43,8 @@ using Value =
 // Whole numbers that int64_t cannot hold are kept as long double, which holds
 // those of 64 bits exactly on the machines this runs on.
 inline Value unsignedValue(CORBA::ULongLong number) {
-  constexpr auto most = static_cast<CORBA::ULongLong>(std::numeric_limits<std::int64_t>::max());
-  return number <= most ? Value(static_cast<std::int64_t>(number))
+  constexpr auto MOST = static_cast<CORBA::ULongLong>(std::numeric_limits<std::int64_t>::max());
+  return number <= MOST ? Value(static_cast<std::int64_t>(number))
                         : Value(static_cast<long double>(number));
 }
 

@@ -10,7 +10,6 @@ namespace zk::agent {
 using globaldefs::NamingAttributes_T;
 using globaldefs::NamingAttributesIterator_I_out;
 using globaldefs::NamingAttributesList_T_out;
-using transmissionParameters::LayerRateList_T;
 
 ElementManager::ElementManager(Paging paging, Inventory& inventory)
     : ManagerServant(std::move(paging), inventory,

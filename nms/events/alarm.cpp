@@ -55,8 +55,9 @@ notifications::ProbableCauseList_T causes(const AlarmScope& scope) {
       scope.notCauses, [](auto&& entry, const std::string& cause) { entry = cause.c_str(); });
 }
 
-void query(Connection& connection, const AlarmScope& scope, notifications::EventList_T_out events,
-           notifications::EventIterator_I_out iterator) {
+void query(Connection& connection, const AlarmScope& scope,
+           const notifications::EventList_T_out& events,
+           const notifications::EventIterator_I_out& iterator) {
   if (scope.element.empty()) {
     connection.emsManager()->getAllEMSAndMEActiveAlarms(causes(scope), severities(scope),
                                                         connection.page(), events, iterator);
@@ -161,7 +162,8 @@ std::vector<Alarm> activeAlarms(Connection& connection, const AlarmScope& scope)
   std::vector<Alarm> alarms;
   drainAnswer<notifications::EventList_T_var, notifications::EventIterator_I_var>(
       connection.page(),
-      [&](notifications::EventList_T_out events, notifications::EventIterator_I_out iterator) {
+      [&](const notifications::EventList_T_out& events,
+          const notifications::EventIterator_I_out& iterator) {
         query(connection, scope, events, iterator);
       },
       [&](const CosNotification::StructuredEvent& event) {
