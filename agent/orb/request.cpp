@@ -1,0 +1,189 @@
+#include "agent/orb/request.h"
+
+#include "agent/orb/cdr.h"
+
+namespace zk::agent {
+
+namespace {
+
+constexpr std::string_view MAGIC = "GIOP";
+constexpr std::size_t HEADER = 12;
+constexpr std::size_t SIZE_AT = 8;
+constexpr char REQUEST = 0;
+constexpr char LOCATE_REQUEST = 3;
+constexpr std::uint16_t KEY_ADDRESS = 0;
+constexpr std::uint32_t CODE_SETS = 1;
+constexpr std::uint8_t WANTS_REPLY = 1;
+constexpr std::uint8_t REPLY_AFTER_CALL = 3;
+
+constexpr std::uint32_t MOST_CONTEXTS = 32;
+constexpr std::size_t MOST_CONTEXT = 4096;
+constexpr std::size_t MOST_KEY = 255;
+constexpr std::size_t MOST_OPERATION = 128;
+constexpr std::size_t MOST_PRINCIPAL = 255;
+// A byte order, padding, and two numbers: the ORB reads all of it.
+constexpr std::size_t CODE_SETS_SIZE = 12;
+
+// The byte order, when the message's own header is that of a whole message of the
+// kind.
+bool readHeader(std::string_view message, char kind, Request& request) {
+  if (message.size() < HEADER || message.substr(0, MAGIC.size()) != MAGIC || message[4] != 1 ||
+      message[5] < 0 || message[5] > 2 || message[7] != kind) {
+    return false;
+  }
+  // The flag for a fragment to follow must be off.
+  if (message[6] != 0 && message[6] != 1) {
+    return false;
+  }
+  request.minor = static_cast<unsigned>(message[5]);
+  request.littleEndian = message[6] == 1;
+  CdrReader size(message, request.littleEndian, SIZE_AT);
+  return size.uint32() == message.size() - HEADER;
+}
+
+void readContexts(CdrReader& in) {
+  const std::uint32_t count = in.uint32();
+  if (count > MOST_CONTEXTS) {
+    in.fail();
+  }
+  for (std::uint32_t i = 0; i < count && in.good(); ++i) {
+    const std::uint32_t id = in.uint32();
+    const std::string_view data = in.octetList(MOST_CONTEXT);
+    if (id == CODE_SETS && data.size() < CODE_SETS_SIZE) {
+      in.fail();
+    }
+  }
+}
+
+std::string_view readTarget(CdrReader& in) {
+  if (in.uint16() != KEY_ADDRESS) {
+    in.fail();
+  }
+  return in.octetList(MOST_KEY);
+}
+
+std::string_view readOperation(CdrReader& in) {
+  const std::string_view operation = in.text(MOST_OPERATION);
+  if (operation.empty()) {
+    in.fail();
+  }
+  return operation;
+}
+
+void readOldHeader(CdrReader& in, Request& request) {
+  readContexts(in);
+  request.id = in.uint32();
+  request.answered = in.boolean();
+  request.key = in.octetList(MOST_KEY);  // reserved octets of 1.1 are padding here
+  request.operation = readOperation(in);
+  in.octetList(MOST_PRINCIPAL);
+}
+
+void readNewHeader(CdrReader& in, Request& request) {
+  request.id = in.uint32();
+  request.answered = (in.octet() & WANTS_REPLY) != 0;
+  in.octets(3);  // reserved
+  request.key = readTarget(in);
+  request.operation = readOperation(in);
+  readContexts(in);
+  if (in.remaining() != 0) {
+    in.align(8);
+  }
+}
+
+// Writes the fields of a substitute.
+class Writer {
+ public:
+  explicit Writer(bool littleEndian) : littleEndian_(littleEndian) {}
+
+  void octet(std::uint8_t value) { bytes_ += static_cast<char>(value); }
+  void number(std::uint32_t value, std::size_t size) {
+    bytes_.append((size - bytes_.size() % size) % size, '\0');
+    for (std::size_t i = 0; i < size; ++i) {
+      octet(static_cast<std::uint8_t>(value >> 8 * (littleEndian_ ? i : size - 1 - i)));
+    }
+  }
+  void octets(std::string_view value) {
+    number(static_cast<std::uint32_t>(value.size()), 4);
+    bytes_ += value;
+  }
+  void text(std::string_view value) {
+    number(static_cast<std::uint32_t>(value.size() + 1), 4);
+    bytes_ += value;
+    octet(0);
+  }
+  void header(unsigned minor) {
+    bytes_ += MAGIC;
+    octet(1);
+    octet(static_cast<std::uint8_t>(minor));
+    octet(littleEndian_ ? 1 : 0);
+    octet(REQUEST);
+    number(0, 4);
+  }
+  // With the size in its place.
+  std::string message() {
+    Writer size(littleEndian_);
+    size.number(static_cast<std::uint32_t>(bytes_.size() - HEADER), 4);
+    return bytes_.replace(SIZE_AT, 4, size.bytes_);
+  }
+
+ private:
+  const bool littleEndian_;
+  std::string bytes_;
+};
+
+}  // namespace
+
+std::optional<Request> readRequest(std::string_view message) {
+  Request request;
+  if (!readHeader(message, REQUEST, request)) {
+    return std::nullopt;
+  }
+  CdrReader in(message, request.littleEndian, HEADER);
+  if (request.minor < 2) {
+    readOldHeader(in, request);
+  } else {
+    readNewHeader(in, request);
+  }
+  if (!in.good()) {
+    return std::nullopt;
+  }
+  request.parametersAt = in.at();
+  return request;
+}
+
+std::optional<Request> readLocateRequest(std::string_view message) {
+  Request request;
+  if (!readHeader(message, LOCATE_REQUEST, request)) {
+    return std::nullopt;
+  }
+  CdrReader in(message, request.littleEndian, HEADER);
+  request.id = in.uint32();
+  request.answered = true;
+  request.key = request.minor < 2 ? in.octetList(MOST_KEY) : readTarget(in);
+  request.parametersAt = message.size();
+  return in.good() ? std::optional(request) : std::nullopt;
+}
+
+std::string substitute(const Request& request, std::string_view key, std::string_view operation) {
+  Writer out(request.littleEndian);
+  out.header(request.minor);
+  if (request.minor < 2) {
+    out.number(0, 4);  // service contexts
+    out.number(request.id, 4);
+    out.octet(request.answered ? 1 : 0);
+    out.octets(key);
+    out.text(operation);
+    out.octets("");  // principal
+  } else {
+    out.number(request.id, 4);
+    out.octet(request.answered ? REPLY_AFTER_CALL : 0);
+    out.number(KEY_ADDRESS, 4);  // after three reserved octets, in either byte order
+    out.octets(key);
+    out.text(operation);
+    out.number(0, 4);
+  }
+  return out.message();
+}
+
+}  // namespace zk::agent
