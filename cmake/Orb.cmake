@@ -2,7 +2,7 @@
 # build file that knows.
 #
 # Gives the target zk_orb (headers and libraries of the ORB and of its
-# notification stubs) and the function zk_add_idl_library.
+# notification stubs) and the functions zk_add_idl_library and zk_idl_layouts.
 
 set(ZK_ORB omniORB CACHE STRING "The ORB to build with: omniORB or TAO")
 set_property(CACHE ZK_ORB PROPERTY STRINGS omniORB TAO)
@@ -138,4 +138,29 @@ function(zk_add_idl_library target)
   endif()
   target_include_directories(${target} SYSTEM BEFORE PUBLIC $<BUILD_INTERFACE:${folder}>
                              $<INSTALL_INTERFACE:include/zk_quornex/stubs>)
+endfunction()
+
+# zk_idl_layouts(<file>): the layouts of all that our IDL and the notification IDL
+# declare, for what reads requests without the ORB. Whichever that is, omniidl
+# reads the IDL for it.
+function(zk_idl_layouts file)
+  find_program(ZK_OMNIIDL omniidl REQUIRED)
+  find_path(ZK_COS_IDL COS/CosNotifyChannelAdmin.idl PATH_SUFFIXES idl/omniORB
+            PATHS /usr/share REQUIRED)
+  set(idl ${PROJECT_SOURCE_DIR}/zk_quornex/idl)
+  file(GLOB modules CONFIGURE_DEPENDS RELATIVE ${idl} ${idl}/*.idl ${idl}/own/*.idl)
+  list(TRANSFORM modules REPLACE "(.+)" "#include \"\\1\"\n" OUTPUT_VARIABLE includes)
+  string(JOIN "" includes ${includes} "#include <CosNotifyChannelAdmin.idl>\n"
+         "#include <TimeBase.idl>\n")
+  file(CONFIGURE OUTPUT ${file}.idl CONTENT "${includes}" @ONLY)
+  list(TRANSFORM modules PREPEND ${idl}/)
+  add_custom_command(
+    OUTPUT ${file}
+    COMMAND
+      ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1 ${ZK_OMNIIDL}
+      -p${PROJECT_SOURCE_DIR}/cmake -blayouts -Wb${file} -I${idl} -I${ZK_COS_IDL}/COS
+      -I${ZK_COS_IDL} ${file}.idl
+    DEPENDS ${modules} ${file}.idl ${PROJECT_SOURCE_DIR}/cmake/layouts.py
+    COMMENT "IDL layouts"
+    VERBATIM)
 endfunction()

@@ -1,0 +1,31 @@
+// Parameters of requests, walked by their operation's layout before the ORB
+// decodes them: it trusts lengths and TypeCodes that strangers choose. Pure; any
+// thread may call.
+#ifndef ZK_AGENT_ORB_SCREENING_H
+#define ZK_AGENT_ORB_SCREENING_H
+
+#include <string_view>
+
+#include "agent/orb/request.h"
+
+namespace zk::agent {
+
+enum class Verdict {
+  PASS,       // the ORB may decode it
+  BAD_PARAM,  // well-formed as far as read, but nothing the agent takes
+  MARSHAL,    // damaged
+};
+
+// request: as read from the message. The parameters of a known operation pass when
+// they fill the message to its end and
+// - a list has at most 1024 elements, a text 64 KiB, and all of it 65536 values;
+// - booleans are 0 or 1, enums in range, references sound;
+// - an Any holds a number, a boolean, a character, a text or nothing, or exactly a
+//   type of the IDL, names included, and is at most the Any in an Any.
+// Requests of an operation that no interface has pass: the ORB answers these
+// without decoding. Time and memory are bounded by the message's size.
+Verdict screen(std::string_view message, const Request& request);
+
+}  // namespace zk::agent
+
+#endif
