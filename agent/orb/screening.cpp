@@ -68,14 +68,13 @@ class Walk {
       in.fail();
     }
   }
-  void refuse(CdrReader& in) { refuseUnless(false, in); }
 
   void readValue(const Layout& layout);
-  void readPlain(Kind kind);
+  bool readPlain(Kind kind);  // false for any other kind
   void readText(std::uint32_t most);
   void readList(const Layout& list);
   void readAny();
-  void readNamedAny(Kind kind);
+  void readNamedAny();
 
   // What a TypeCode says after its kind, in a byte order of its own.
   CdrReader openType(CdrReader& in);
@@ -92,27 +91,6 @@ class Walk {
   int anys_ = 0;  // open ones
   Remembered remembered_;
 };
-
-bool isPlain(Kind kind) {
-  switch (kind) {
-    case Kind::NOTHING:
-    case Kind::VOID:
-    case Kind::SHORT:
-    case Kind::LONG:
-    case Kind::USHORT:
-    case Kind::ULONG:
-    case Kind::FLOAT:
-    case Kind::DOUBLE:
-    case Kind::BOOLEAN:
-    case Kind::CHAR:
-    case Kind::OCTET:
-    case Kind::LONGLONG:
-    case Kind::ULONGLONG:
-      return true;
-    default:
-      return false;
-  }
-}
 
 // Depth is that of the IDL's types, twice at most.
 void Walk::readValue(const Layout& layout) {  // NOLINT(misc-no-recursion)
@@ -138,39 +116,39 @@ void Walk::readValue(const Layout& layout) {  // NOLINT(misc-no-recursion)
     case Kind::ANY:
       return readAny();
     default:
-      return readPlain(layout.kind);
+      refuseUnless(readPlain(layout.kind), in_);
   }
 }
 
-void Walk::readPlain(Kind kind) {
+bool Walk::readPlain(Kind kind) {
   switch (kind) {
     case Kind::NOTHING:
     case Kind::VOID:
-      return;
+      return true;
     case Kind::BOOLEAN:
       in_.boolean();
-      return;
+      return true;
     case Kind::CHAR:
     case Kind::OCTET:
       in_.octet();
-      return;
+      return true;
     case Kind::SHORT:
     case Kind::USHORT:
       in_.uint16();
-      return;
+      return true;
     case Kind::LONG:
     case Kind::ULONG:
     case Kind::FLOAT:
       in_.uint32();
-      return;
+      return true;
     case Kind::DOUBLE:
     case Kind::LONGLONG:
     case Kind::ULONGLONG:
       in_.align(8);
       in_.octets(8);
-      return;
+      return true;
     default:
-      return refuse(in_);
+      return false;
   }
 }
 
@@ -193,32 +171,31 @@ void Walk::readList(const Layout& list) {  // NOLINT(misc-no-recursion)
 
 void Walk::readAny() {  // NOLINT(misc-no-recursion)
   refuseUnless(++anys_ <= MOST_ANYS, in_);
-  const std::size_t at = in_.at();
+  const CdrReader before = in_;
   const auto kind = Kind{in_.uint32()};
   if (kind == Kind::STRING) {
     readText(in_.uint32());
-  } else if (isPlain(kind)) {
-    readPlain(kind);
   } else if (kind == Kind::STRUCT || kind == Kind::ENUM || kind == Kind::ALIAS) {
-    in_ = CdrReader(message_, in_.littleEndian(), at);
-    readNamedAny(kind);
+    in_ = before;
+    readNamedAny();
   } else {
-    refuse(in_);
+    refuseUnless(readPlain(kind), in_);
   }
   --anys_;
 }
 
 // The repository id names the one type that may follow.
-void Walk::readNamedAny(Kind kind) {  // NOLINT(misc-no-recursion)
+void Walk::readNamedAny() {  // NOLINT(misc-no-recursion)
   CdrReader ahead = in_;
   ahead.uint32();  // the kind
   CdrReader inner = openType(ahead);
   const Layout* const layout = layoutOfType(inner.text(MOST_ID));
   if (!inner.good()) {
-    return in_.fail();
+    in_.fail();
   }
-  if (layout == nullptr || layout->kind != kind) {
-    return refuse(in_);
+  refuseUnless(layout != nullptr, in_);
+  if (!in_.good()) {
+    return;
   }
   remembered_ = Remembered();
   expectType(in_, *layout);
