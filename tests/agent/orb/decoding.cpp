@@ -1,5 +1,7 @@
 #include "tests/agent/orb/decoding.h"
 
+#include <omniORB4/codeSets.h>
+
 #include <map>
 #include <memory>
 #include <vector>
@@ -100,18 +102,23 @@ const std::map<std::string_view, Decode> DECODERS = {
     {"getMapObject", decodeAll<globaldefs::NamingAttributes_T>},
 };
 
-// The message where alignment counts from a multiple of eight, in memory of
-// exactly its size.
-class Aligned {
- public:
-  explicit Aligned(const std::string& message) : bytes_(new char[message.size()]) {
-    message.copy(bytes_.get(), message.size());
+// In memory of exactly the message's size, where alignment counts from its
+// beginning.
+bool decodedIn(CORBA::ULong texts, const std::string& message, const agent::Request& request,
+               Decode decode) {
+  const std::unique_ptr<char[]> bytes(new char[message.size()]);
+  message.copy(bytes.get(), message.size());
+  cdrMemoryStream in(bytes.get(), static_cast<CORBA::ULong>(message.size()));
+  in.setByteSwapFlag(request.littleEndian);
+  in.TCS_C(omni::omniCodeSet::getTCS_C(texts, {1, 2}));
+  in.skipInput(static_cast<CORBA::ULong>(request.parametersAt));
+  try {
+    decode(in);
+    return true;
+  } catch (const CORBA::Exception&) {
+    return false;
   }
-  char* get() const { return bytes_.get(); }
-
- private:
-  std::unique_ptr<char[]> bytes_;
-};
+}
 
 }  // namespace
 
@@ -120,16 +127,9 @@ bool decodedByOrb(const std::string& message, const agent::Request& request) {
   if (decode == DECODERS.end()) {
     return true;
   }
-  const Aligned bytes(message);
-  cdrMemoryStream in(bytes.get(), static_cast<CORBA::ULong>(message.size()));
-  in.setByteSwapFlag(request.littleEndian);
-  in.skipInput(static_cast<CORBA::ULong>(request.parametersAt));
-  try {
-    decode->second(in);
-    return true;
-  } catch (const CORBA::Exception&) {
-    return false;
-  }
+  const bool inLatin = decodedIn(omni::omniCodeSet::ID_8859_1, message, request, decode->second);
+  const bool inUtf8 = decodedIn(omni::omniCodeSet::ID_UTF_8, message, request, decode->second);
+  return inLatin && inUtf8;
 }
 
 }  // namespace zk::test

@@ -13,8 +13,8 @@ namespace zk::test {
 
 // Decodes the parameters of those operations that take more than names and
 // numbers, copies and encodes the values again, and holds an event against
-// constraints that look into it. The ORB must be there. False when it threw a
-// CORBA exception, which is fine.
+// constraints that look into it; once for each of two code sets of the texts. The
+// ORB must be there. False when it threw a CORBA exception, which is fine.
 bool decodedByOrb(const std::string& message, const agent::Request& request);
 
 // Parameters as the ORB encodes them. For messages in this machine's byte order
