@@ -16,6 +16,7 @@ if(ZK_ORB STREQUAL "omniORB")
   find_path(ZK_COS_HEADERS COS/CosNotifyChannelAdmin.hh REQUIRED)
   find_path(ZK_COS_IDL COS/CosNotifyChannelAdmin.idl PATH_SUFFIXES idl/omniORB
             PATHS /usr/share REQUIRED)
+  find_path(ZK_ORB_INTERNAL_HEADERS SocketCollection.h PATH_SUFFIXES omniORB4/internal REQUIRED)
   find_library(ZK_COS_LIBRARY COS4 REQUIRED)
   find_library(ZK_COS_DYNAMIC_LIBRARY COSDynamic4 REQUIRED)
   target_link_libraries(zk_orb INTERFACE PkgConfig::OMNIORB ${ZK_COS_LIBRARY}

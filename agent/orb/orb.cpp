@@ -4,12 +4,16 @@
 #include <vector>
 
 #include "agent/base/log.h"
+#include "agent/base/loglimit.h"
+#include "agent/base/repeating.h"
 
 #if defined(ZK_ORB_TAO)
 #include <tao/IORTable/IORTable.h>
 #include <tao/Messaging/Messaging.h>
 #include <tao/Policy_ManagerC.h>
 #include <tao/TimeBaseC.h>
+#else
+#include "agent/orb/transport.h"
 #endif
 
 namespace zk::agent {
@@ -95,18 +99,23 @@ CORBA::Object_ptr limited(CORBA::Object_ptr object, std::chrono::milliseconds li
 
 #else
 
-// Messages of the ORB join the agent's log instead of standard error.
+// Messages of the ORB join the agent's log instead of standard error. Those that
+// differ by numbers only (threads, ports, places in memory) are the same one.
 void writeOrbMessage(const char* message) {
+  static LogLimit limit(std::chrono::seconds(10), 64);
   std::string text(message);
   while (!text.empty() && text.back() == '\n') {
     text.pop_back();
   }
-  logFailure(text);
+  std::string subject;
+  std::copy_if(text.begin(), text.end(), std::back_inserter(subject),
+               [](unsigned char letter) { return std::isxdigit(letter) == 0; });
+  limit.logFailure(subject, text);
 }
 
 std::string endpointOption(const Endpoint& endpoint) {
   const std::string port = std::to_string(endpoint.port);
-  return isEverywhere(endpoint) ? "giop:tcp::" + port : "giop:tcp:" + textOf(endpoint);
+  return GuardedTransport::guardedAddress(isEverywhere(endpoint) ? ":" + port : textOf(endpoint));
 }
 
 CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
@@ -114,11 +123,16 @@ CORBA::ORB_ptr startOrb(const Endpoint& endpoint) {
   const char* options[][2] = {{"endPoint", where.c_str()},
                               {"supportBootstrapAgent", "0"},
                               {"giopMaxMsgSize", "4194304"},
+                              {"maxServerThreadPerConnection", "16"},
+                              {"nativeCharCodeSet", "UTF-8"},
+                              {"strictIIOP", "0"},
                               {"traceLevel", "1"},
                               {nullptr, nullptr}};
   omniORB::setLogFunction(writeOrbMessage);
   int count = 0;
-  return CORBA::ORB_init(count, nullptr, "omniORB4", options);
+  CORBA::ORB_var orb = CORBA::ORB_init(count, nullptr, "omniORB4", options);
+  GuardedTransport::superviseRequests();
+  return orb._retn();
 }
 
 // The adapter whose object ids are the whole key in the reference.
@@ -141,6 +155,8 @@ CORBA::Object_ptr limited(CORBA::Object_ptr object, std::chrono::milliseconds li
 
 #endif
 
+constexpr std::chrono::milliseconds PATIENCE{2000};  // with clients, when the agent stops
+
 // Until the ORB is shut down, which may come first.
 void run(CORBA::ORB_ptr orb) {
   try {
@@ -152,8 +168,13 @@ void run(CORBA::ORB_ptr orb) {
 
 }  // namespace
 
-Orb::Orb(const Endpoint& endpoint) {
+Orb::Orb(const Endpoint& endpoint)
+    : guard_(connectionLimits(),
+             [this](std::string_view key, const std::string&) { return admits(key); }) {
   try {
+#if !defined(ZK_ORB_TAO)
+    transport_ = std::make_unique<GuardedTransport>(guard_);
+#endif
     orb_ = startOrb(endpoint);
     const PortableServer::POA_var root = rootAdapter(orb_.in());
     sessions_ = makeSessionAdapter(root.in());
@@ -172,12 +193,14 @@ Orb::~Orb() {
 }
 
 std::string Orb::publish(const std::string& key, PortableServer::Servant servant) {
+  publicKeys_.insert(key);
   return publishUnder(orb_.in(), key, servant);
 }
 
 void Orb::stop() {
   if (!stopped_) {
     stopped_ = true;
+    const Repeating cutOff(PATIENCE, [this] { guard_.connections().close(); });
     orb_->shutdown(true);
     if (serving_.joinable()) {
       serving_.join();
@@ -190,6 +213,13 @@ void Orb::serve() {
   const PortableServer::POAManager_var manager = root->the_POAManager();
   manager->activate();
   serving_ = std::thread([this] { run(orb_.in()); });
+}
+
+Guard::Admission Orb::admits(std::string_view key) const {
+  if (publicKeys_.find(key) != publicKeys_.end()) {
+    return Guard::Admission::PUBLIC;
+  }
+  return key.empty() || key.front() == 0 ? Guard::Admission::UNKNOWN : Guard::Admission::MEMBER;
 }
 
 CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {

@@ -1,17 +1,22 @@
 // The ORB: its endpoint, the well-known key of the factory, time limits of
-// calls. orb.cpp is the one place of the agent that knows which ORB it is.
+// calls.
 #ifndef ZK_AGENT_ORB_ORB_H
 #define ZK_AGENT_ORB_ORB_H
 
 #include <chrono>
+#include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "agent/orb/endpoint.h"
+#include "agent/orb/guard.h"
 #include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
+
+class GuardedTransport;
 
 class ListenError : public std::runtime_error {
  public:
@@ -38,9 +43,15 @@ class Orb {
   void serve();
   // Waits for requests in progress; none begins afterwards, and the adapter and
   // its servants are gone. Calls to others are still possible before it only.
+  // Who is still connected after two seconds is cut off.
   void stop();
 
  private:
+  Guard::Admission admits(std::string_view key) const;
+
+  Guard guard_;
+  std::set<std::string, std::less<>> publicKeys_;  // all of them before anything is served
+  std::unique_ptr<GuardedTransport> transport_;    // null with an ORB that has no place for it
   CORBA::ORB_var orb_;
   PortableServer::POA_var sessions_;
   std::thread serving_;
