@@ -32,6 +32,7 @@ class SubnetworkManager
 
   // Not offered.
   void getAllEdgePointNames(const globaldefs::NamingAttributes_T&,
+                            const transmissionParameters::LayerRateList_T&,
                             const transmissionParameters::LayerRateList_T&, CORBA::ULong,
                             globaldefs::NamingAttributesList_T_out,
                             globaldefs::NamingAttributesIterator_I_out) override {

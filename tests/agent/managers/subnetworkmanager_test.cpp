@@ -91,7 +91,7 @@ TEST_F(SubnetworkManager, refusesTheRestTheStandardWay) {
   globaldefs::NamingAttributesIterator_I_var iterator;
   const std::string refused = "NOT_IMPLEMENTED: ";
   EXPECT_EQ(refusalBy([&] {
-              manager->getAllEdgePointNames(whole, rates, 1, names.out(), iterator.out());
+              manager->getAllEdgePointNames(whole, rates, rates, 1, names.out(), iterator.out());
             }),
             refused);
   EXPECT_EQ(refusalBy([&] {

@@ -144,8 +144,8 @@ class RefusingSubnetworkMgr
   void getTopologicalLink(const NVSList_T&, topologicalLink::TopologicalLink_T_out) override {
     refuse();
   }
-  void getAllEdgePointNames(const NVSList_T&, const LayerRateList_T&, CORBA::ULong, NamesOut,
-                            NamesIteratorOut) override {
+  void getAllEdgePointNames(const NVSList_T&, const LayerRateList_T&, const LayerRateList_T&,
+                            CORBA::ULong, NamesOut, NamesIteratorOut) override {
     refuse();
   }
   void getAllSubnetworkConnectionNames(const NVSList_T&, const LayerRateList_T&, CORBA::ULong,
