@@ -7,6 +7,7 @@
 #include "agent/orb/messagereader.h"
 #include "agent/orb/request.h"
 #include "agent/orb/screening.h"
+#include "agent/orb/unserved.h"
 
 namespace zk::agent {
 
@@ -71,6 +72,9 @@ Ruling Guard::judgeRequest(const std::string& message, Connected& connection) {
       break;
     case Admission::MEMBER:
       connection.belongs();
+      if (isUnserved(request->operation)) {
+        return Ruling::NOT_OFFERED;
+      }
       ruling = rulingOf(screen(message, *request));
       break;
     case Admission::PUBLIC:

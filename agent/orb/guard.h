@@ -21,6 +21,7 @@ enum class Ruling {
   NOT_YOURS,       // NO_PERMISSION
   BAD_VALUE,       // BAD_PARAM
   DAMAGED,         // MARSHAL
+  NOT_OFFERED,     // ProcessingFailureException: EXCPT_NOT_IMPLEMENTED
   HANG_UP          // MessageError, and the end of the connection
 };
 

@@ -24,6 +24,7 @@
 #include <cstring>
 
 #include "agent/orb/messagereader.h"
+#include "zk_quornex/idl/names.h"
 
 namespace zk::agent {
 
@@ -135,6 +136,8 @@ void GuardedConnection::raiseRefusal() const {
       throw CORBA::NO_PERMISSION(0, CORBA::COMPLETED_NO);
     case Ruling::BAD_VALUE:
       throw CORBA::BAD_PARAM(0, CORBA::COMPLETED_NO);
+    case Ruling::NOT_OFFERED:
+      throw globaldefs::ProcessingFailureException(globaldefs::EXCPT_NOT_IMPLEMENTED, "");
     case Ruling::DAMAGED:
       throw CORBA::MARSHAL(0, CORBA::COMPLETED_NO);
     default:

@@ -63,6 +63,8 @@ std::vector<std::string> arguments(const OrbSettings& settings) {
           milliseconds,
           "-ORBgiopMaxMsgSize",
           "67108864",
+          "-ORBnativeCharCodeSet",
+          "UTF-8",
           "-ORBtraceLevel",
           "0"};
 }

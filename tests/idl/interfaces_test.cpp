@@ -178,6 +178,15 @@ TEST(Interfaces, ofTheSubnetworkManager) {
   EXPECT_TRUE(
       (Operation<I, void, const NamingAttributes_T&, topologicalLink::TopologicalLink_T_out>::is(
           &Stub<I>::getTopologicalLink)));
+  using Rates = const transmissionParameters::LayerRateList_T&;
+  EXPECT_TRUE((
+      Operation<I, void, const NamingAttributes_T&, Rates, Rates, ULong, NamingAttributesList_T_out,
+                NamingAttributesIterator_I_out>::is(&Stub<I>::getAllEdgePointNames)));
+  EXPECT_TRUE(
+      (Operation<I, void, const NamingAttributes_T&, Rates, ULong, NamingAttributesList_T_out,
+                 NamingAttributesIterator_I_out>::is(&Stub<I>::getAllSubnetworkConnectionNames)));
+  EXPECT_TRUE((Operation<I, void, const NamingAttributes_T&, ULong, NamingAttributesList_T_out,
+                         NamingAttributesIterator_I_out>::is(&Stub<I>::getAllTPPoolNames)));
 }
 
 }  // namespace

@@ -234,6 +234,71 @@ TEST_F(Attack, aWaitingPullHoldsUpNothingElse) {
   expectStop();
 }
 
+// What another ORB sends that has UTF-8 for its own: the code sets, first.
+std::string inUtf8(std::uint32_t id, const std::string& key, const std::string& operation,
+                   const std::string& parameters) {
+  const std::string codeSets = CdrText().octet(1).number(0x05010001).number(0x00010109).text();
+  CdrText body;
+  body.number(id).octet(3).octet(0).octet(0).octet(0);
+  body.octet(0).bytes(key).string(operation).number(1).number(1).bytes(codeSets);
+  const std::size_t inMessage = 12 + body.text().size();
+  return giop(zk::test::REQUEST,
+              body.text() + std::string((8 - inMessage % 8) % 8, '\0') + parameters);
+}
+
+std::string managerKey(ReachableNms& nms, const RunningAgent& agent, const char* manager) {
+  const auto session = nms.logIn(agent);
+  common::Common_I_var common;
+  session->getManager(manager, common.out());
+  int count = 0;
+  const CORBA::ORB_var orb = CORBA::ORB_init(count, nullptr);
+  return keyOf(CORBA::String_var(orb->object_to_string(common.in())).in());
+}
+
+CdrText nameOf(const char* element) {
+  CdrText name;
+  return name.number(2).string("EMS").string("Quor/1").string("ManagedElement").string(element);
+}
+
+TEST_F(Attack, otherOrbsSpeakUtf8) {
+  ReachableNms nms;
+  const std::string key = managerKey(nms, agent, "ManagedElement");
+  const std::string label = "\xc5\x81\xc3\xb3\x64\xc5\xba";
+  RawClient client(agent.port);
+  const auto set =
+      client.send(inUtf8(1, key, "setUserLabel", nameOf("1").string(label).octet(0).text()))
+          .reply();
+  ASSERT_TRUE(set.has_value());
+  ASSERT_EQ(set->status, 0U) << set->exception;
+  const auto got = client.send(inUtf8(2, key, "getManagedElement", nameOf("1").text())).receive();
+  ASSERT_TRUE(got.has_value());
+  EXPECT_NE(got->find(CdrText().string(label).text()), std::string::npos)
+      << testing::PrintToString(*got);
+  const auto broken =
+      client.send(inUtf8(3, key, "setUserLabel", nameOf("1").string("\xc5\x41").octet(0).text()))
+          .reply();
+  ASSERT_TRUE(broken.has_value());
+  EXPECT_EQ(broken->exception, "IDL:mtnm.tmforum.org/globaldefs/ProcessingFailureException:1.0");
+}
+
+TEST_F(Attack, whatIsNotServedIsNotImplemented) {
+  ReachableNms nms;
+  const std::string key = managerKey(nms, agent, "MultiLayerSubnetwork");
+  RawClient client(agent.port);
+  for (const char* operation : {"createSNC", "getAllEdgePoints", "getRoute"}) {
+    const auto message = client.send(request(1, key, operation, "anything")).receive();
+    ASSERT_TRUE(message.has_value());
+    const RawReply reply = zk::test::readReply(*message);
+    EXPECT_EQ(reply.status, 1U);
+    EXPECT_EQ(reply.exception, "IDL:mtnm.tmforum.org/globaldefs/ProcessingFailureException:1.0");
+    EXPECT_EQ(message->substr(message->size() - 9),
+              CdrText().number(0).string("").text())
+        << testing::PrintToString(*message);
+  }
+  EXPECT_EQ(client.send(request(2, key, "noSuchThing")).reply().value_or(RawReply{}).exception,
+            "IDL:omg.org/CORBA/BAD_OPERATION:1.0");
+}
+
 class CrowdedAttack : public Attack {
  protected:
   void SetUp() override {
