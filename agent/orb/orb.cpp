@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "agent/base/log.h"
+#include "agent/orb/caller.h"
 
 #if defined(ZK_ORB_TAO)
 #include <tao/IORTable/IORTable.h>
@@ -30,20 +31,6 @@ bool isEverywhere(const Endpoint& endpoint) {
 PortableServer::POA_ptr rootAdapter(CORBA::ORB_ptr orb) {
   const CORBA::Object_var object = orb->resolve_initial_references("RootPOA");
   return PortableServer::POA::_narrow(object.in());
-}
-
-PortableServer::POA_ptr makeSessionAdapter(PortableServer::POA_ptr root) {
-  CORBA::PolicyList policies;
-  policies.length(3);
-  policies[0] = root->create_id_assignment_policy(PortableServer::SYSTEM_ID);
-  policies[1] = root->create_implicit_activation_policy(PortableServer::NO_IMPLICIT_ACTIVATION);
-  policies[2] = root->create_servant_retention_policy(PortableServer::RETAIN);
-  const PortableServer::POAManager_var manager = root->the_POAManager();
-  PortableServer::POA_var adapter = root->create_POA("sessions", manager.in(), policies);
-  for (CORBA::ULong i = 0; i < policies.length(); ++i) {
-    policies[i]->destroy();
-  }
-  return adapter._retn();
 }
 
 #if defined(ZK_ORB_TAO)
@@ -156,7 +143,8 @@ Orb::Orb(const Endpoint& endpoint) {
   try {
     orb_ = startOrb(endpoint);
     const PortableServer::POA_var root = rootAdapter(orb_.in());
-    sessions_ = makeSessionAdapter(root.in());
+    sessions_ = std::make_unique<SessionAdapter>(root.in());
+    screenCallers(sessions_->keys());
   } catch (const CORBA::SystemException& failure) {
     if (!CORBA::is_nil(orb_.in())) {
       orb_->destroy();
@@ -167,7 +155,7 @@ Orb::Orb(const Endpoint& endpoint) {
 
 Orb::~Orb() {
   stop();
-  sessions_ = PortableServer::POA::_nil();
+  sessions_.reset();
   orb_->destroy();
 }
 

@@ -4,11 +4,13 @@
 #define ZK_AGENT_ORB_ORB_H
 
 #include <chrono>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "agent/orb/endpoint.h"
+#include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
@@ -27,8 +29,8 @@ class Orb {
   Orb(const Orb&) = delete;
   Orb& operator=(const Orb&) = delete;
 
-  // Where sessions put their servants: system ids, retained.
-  PortableServer::POA_ptr sessionAdapter() const { return sessions_.in(); }
+  // Where sessions put their servants.
+  SessionAdapter& sessionAdapter() { return *sessions_; }
 
   // Makes the servant reachable as corbaloc:iiop:HOST:PORT/key and returns its
   // stringified reference. The caller keeps its own reference to the servant.
@@ -42,7 +44,7 @@ class Orb {
 
  private:
   CORBA::ORB_var orb_;
-  PortableServer::POA_var sessions_;
+  std::unique_ptr<SessionAdapter> sessions_;
   std::thread serving_;
   bool stopped_ = false;
 };

@@ -79,7 +79,7 @@ class LocalChannel {
                   onValidity();
                   return id == SESSION && alive;
                 }),
-        home(std::make_shared<zk::agent::ServantHome>(root_.in())),
+        home(std::make_shared<zk::agent::ServantHome>(adapter_, "")),
         losses(std::make_shared<LossJournal>()),
         session(service.open(SESSION, home, losses)),
         channel(session->reference()),
@@ -121,8 +121,9 @@ class LocalChannel {
   }
 
   PortableServer::POA_var root_;
+  zk::agent::SessionAdapter adapter_{root_.in()};
   std::shared_ptr<zk::agent::ServantHome> consumers_ =
-      std::make_shared<zk::agent::ServantHome>(root_.in());
+      std::make_shared<zk::agent::ServantHome>(adapter_, "");
   std::atomic<bool> alive{true};
   // Called by the cache for every client on every event.
   std::function<void()> onValidity = [] {};
