@@ -24,19 +24,18 @@ std::chrono::seconds pauseAfter(unsigned failures) {
 
 class Logins::Place {
  public:
-  Place(Logins& logins, const std::string& peer) : logins_(logins), peer_(peer) {
+  Place(Logins& logins, const std::string& peer) : logins_(logins) {
     const MutexLock lock(logins_.mutex_);
-    const auto own = logins_.waiting_.insert(logins_.waiting_.end(), peer_);
-    while (!logins_.mayGo(own)) {
+    own_ = logins_.waiting_.insert(logins_.waiting_.end(), peer);
+    while (!logins_.mayGo(own_)) {
       logins_.moved_.wait(logins_.mutex_);
     }
-    logins_.comparing_.insert(peer_);
-    logins_.waiting_.erase(own);
+    logins_.comparing_.splice(logins_.comparing_.end(), logins_.waiting_, own_);
     logins_.moved_.notifyAll();
   }
   ~Place() {
     const MutexLock lock(logins_.mutex_);
-    logins_.comparing_.erase(peer_);
+    logins_.comparing_.erase(own_);
     logins_.moved_.notifyAll();
   }
   Place(const Place&) = delete;
@@ -44,7 +43,7 @@ class Logins::Place {
 
  private:
   Logins& logins_;
-  const std::string& peer_;
+  std::list<std::string>::iterator own_;
 };
 
 Logins::Logins(Users& users, SteadyClock clock) : users_(users), clock_(std::move(clock)) {}
@@ -84,11 +83,17 @@ bool Logins::isPausing(const Who& who) const {
   return found != failures_.end() && now < found->second.until;
 }
 
+bool Logins::isComparing(const std::string& peer) const {
+  return std::find(comparing_.begin(), comparing_.end(), peer) != comparing_.end();
+}
+
 // Of those whose peer has no place yet, the first.
-bool Logins::mayGo(std::list<std::string>::const_iterator place) const {
-  const auto first = std::find_if(waiting_.begin(), waiting_.end(),
-                                  [this](const auto& peer) { return comparing_.count(peer) == 0; });
-  return comparing_.size() < PLACES && first == place;
+bool Logins::mayGo(std::list<std::string>::const_iterator asking) const {
+  auto first = waiting_.begin();
+  while (first != asking && isComparing(*first)) {
+    ++first;
+  }
+  return comparing_.size() < PLACES && first == asking && !isComparing(*asking);
 }
 
 std::chrono::seconds Logins::noteFailure(const Who& who) {

@@ -16,7 +16,6 @@
 #include <cstddef>
 #include <list>
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -59,7 +58,8 @@ class Logins {
   class Place;
 
   bool isPausing(const Who& who) const;
-  bool mayGo(std::list<std::string>::const_iterator place) const ZK_REQUIRES(mutex_);
+  bool isComparing(const std::string& peer) const ZK_REQUIRES(mutex_);
+  bool mayGo(std::list<std::string>::const_iterator asking) const ZK_REQUIRES(mutex_);
   std::chrono::seconds noteFailure(const Who& who);
   void forget(const Who& who);
 
@@ -69,7 +69,7 @@ class Logins {
   Condition moved_;
   std::map<Who, Failures> failures_ ZK_GUARDED_BY(mutex_);
   std::list<std::string> waiting_ ZK_GUARDED_BY(mutex_);  // peers, in the order of asking
-  std::set<std::string> comparing_ ZK_GUARDED_BY(mutex_);
+  std::list<std::string> comparing_ ZK_GUARDED_BY(mutex_);
 };
 
 }  // namespace zk::agent

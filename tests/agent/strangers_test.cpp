@@ -163,6 +163,8 @@ TEST_F(Strangers, callNoObjectOfAnotherHostsSession) {
     EXPECT_EQ(owner.call(key, "_non_existent").text(), "done");
   }
   EXPECT_EQ(stranger.call(keyOf(session.in()), "endSession").text(), GONE);
+  EXPECT_EQ(stranger.call(keyOf(session.in()), "getManager", std::string(10000, 'x')).text(), GONE);
+  EXPECT_EQ(stranger.call("EmsSessionFactory", "getVersion").text(), "done");
   EXPECT_NO_THROW(session->ping());
 
   const zk::test::RawReply reply = stranger.logIn("", "", textOf(nms.reference.in()));
@@ -238,9 +240,7 @@ TEST_F(Strangers, logInWithNoWordsThatAreTooLong) {
   EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "a\nb\x1b[2J", "x"); }),
             "ACCESS_DENIED: wrong user or password");
   EXPECT_NE(process->output().find("login of 'a?b?[2J' refused"), std::string::npos);
-  for (const std::size_t at : {process->output().find("xxxx")}) {
-    EXPECT_LE(process->output().find('\n', at) - at, 300U);
-  }
+  EXPECT_NE(process->output().find(std::string(200, 'x') + "...' refused"), std::string::npos);
 }
 
 TEST_F(Strangers, areKeptOutByTheAddressWhereThereAreNoUsers) {
