@@ -9,18 +9,18 @@
 #include <thread>
 #include <vector>
 
+#include "tests/agent/support/giopcaller.h"
 #include "tests/agent/support/names.h"
-#include "tests/agent/support/rawclient.h"
 #include "tests/agent/support/refusals.h"
 #include "tests/agent/support/runningagent.h"
 
 namespace {
 
 using managedElementManager::ManagedElementMgr_I;
+using zk::test::GiopCaller;
 using zk::test::keyIn;
 using zk::test::keyInBody;
 using zk::test::managerOf;
-using zk::test::RawClient;
 using zk::test::ReachableNms;
 using zk::test::refusalBy;
 using zk::test::RunningAgent;
@@ -105,7 +105,7 @@ TEST_F(Strangers, findNoObjectBesideTheOneTheyKnow) {
   for (const std::string& key : keysOf(second.in())) {
     known.push_back(key);
   }
-  RawClient client(agent.port);
+  GiopCaller client(agent.port);
   for (const std::string& key : known) {
     ASSERT_EQ(client.call(key, "_non_existent").text(), "done");
   }
@@ -155,8 +155,8 @@ TEST_F(Strangers, learnNothingFromAKey) {
 TEST_F(Strangers, callNoObjectOfAnotherHostsSession) {
   start();
   const auto session = nms.logIn(agent);
-  RawClient owner(agent.port);
-  RawClient stranger(agent.port, ELSEWHERE);
+  GiopCaller owner(agent.port);
+  GiopCaller stranger(agent.port, ELSEWHERE);
   EXPECT_EQ(stranger.call("EmsSessionFactory", "getVersion").text(), "done");
   for (const std::string& key : keysOf(session.in())) {
     EXPECT_EQ(stranger.call(key, "_non_existent").text(), GONE);
@@ -167,7 +167,7 @@ TEST_F(Strangers, callNoObjectOfAnotherHostsSession) {
   EXPECT_EQ(stranger.call("EmsSessionFactory", "getVersion").text(), "done");
   EXPECT_NO_THROW(session->ping());
 
-  const zk::test::RawReply reply = stranger.logIn("", "", textOf(nms.reference.in()));
+  const zk::test::GiopAnswer reply = stranger.logIn("", "", textOf(nms.reference.in()));
   ASSERT_EQ(reply.text(), "done");
   const std::string own = keyInBody(reply.body);
   EXPECT_EQ(stranger.call(own, "ping").text(), "done");
@@ -176,7 +176,7 @@ TEST_F(Strangers, callNoObjectOfAnotherHostsSession) {
 
 TEST_F(Strangers, leaveSessionsToOtherHosts) {
   start({"--max-sessions", "4", "--peer-sessions", "3"});
-  RawClient stranger(agent.port, ELSEWHERE);
+  GiopCaller stranger(agent.port, ELSEWHERE);
   const std::string ior = textOf(nms.reference.in());
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(stranger.logIn("", "", ior).text(), "done");
@@ -212,7 +212,7 @@ TEST_F(Strangers, guessOncePerPauseHoweverManyTheyAre) {
   const auto begin = std::chrono::steady_clock::now();
   for (int i = 0; i < 16; ++i) {
     guessers.emplace_back([&, i] {
-      RawClient client(agent.port, ELSEWHERE);
+      GiopCaller client(agent.port, ELSEWHERE);
       for (int guess = 0; guess < 20; ++guess) {
         const std::string password = "guess" + std::to_string(i * 100 + guess);
         refused += client.logIn("operator", password, ior).text() == "ProcessingFailureException";
@@ -275,7 +275,7 @@ TEST_F(Strangers, reachNoAdministration) {
             std::string::npos);
   const auto asked = agent.run({"admin", "--agent", address, "sessions"});
   EXPECT_EQ(asked->waitForEnd().value_or(-1), 7) << asked->output();
-  EXPECT_EQ(RawClient(agent.port).call("EmsAdmin", "getLogins").text(), GONE);
+  EXPECT_EQ(GiopCaller(agent.port).call("EmsAdmin", "getLogins").text(), GONE);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // A client that writes its messages byte by byte: it comes from whatever address
 // of the loopback network it likes, and calls any object whose key it knows.
-#ifndef ZK_TESTS_AGENT_SUPPORT_RAWCLIENT_H
-#define ZK_TESTS_AGENT_SUPPORT_RAWCLIENT_H
+#ifndef ZK_TESTS_AGENT_SUPPORT_GIOPCALLER_H
+#define ZK_TESTS_AGENT_SUPPORT_GIOPCALLER_H
 
 #include <cstdint>
 #include <string>
@@ -9,7 +9,7 @@
 namespace zk::test {
 
 // What the agent answered.
-struct RawReply {
+struct GiopAnswer {
   enum class Status : std::uint32_t { DONE, USER_EXCEPTION, SYSTEM_EXCEPTION, CLOSED = 99 };
   Status status = Status::CLOSED;  // CLOSED: nothing came, and the connection is over
   std::string exception;           // its repository id
@@ -22,24 +22,24 @@ struct RawReply {
 // The object key in a stringified reference of this process's byte order.
 std::string keyIn(const std::string& ior);
 
-class RawClient {
+class GiopCaller {
  public:
   // Connects to the port of 127.0.0.1. Throws std::runtime_error.
-  explicit RawClient(unsigned short port, const std::string& from = "127.0.0.1");
-  ~RawClient();
-  RawClient(const RawClient&) = delete;
-  RawClient& operator=(const RawClient&) = delete;
+  explicit GiopCaller(unsigned short port, const std::string& from = "127.0.0.1");
+  ~GiopCaller();
+  GiopCaller(const GiopCaller&) = delete;
+  GiopCaller& operator=(const GiopCaller&) = delete;
 
   // parameters are marshalled already.
-  RawReply call(const std::string& key, const std::string& operation,
-                const std::string& parameters = "");
+  GiopAnswer call(const std::string& key, const std::string& operation,
+                  const std::string& parameters = "");
 
   // getEmsSession; ior refers to the NMS's half. The answer's body is the session's
   // reference.
-  RawReply logIn(const std::string& user, const std::string& password, const std::string& ior);
+  GiopAnswer logIn(const std::string& user, const std::string& password, const std::string& ior);
 
  private:
-  RawReply readReply() const;
+  GiopAnswer readReply() const;
   std::string read(std::size_t size) const;
 
   const int socket_;

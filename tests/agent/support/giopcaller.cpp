@@ -1,4 +1,4 @@
-#include "tests/agent/support/rawclient.h"
+#include "tests/agent/support/giopcaller.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -118,7 +118,7 @@ int connectFrom(const std::string& from, unsigned short port) {
 
 }  // namespace
 
-std::string RawReply::text() const {
+std::string GiopAnswer::text() const {
   switch (status) {
     case Status::DONE:
       return "done";
@@ -139,13 +139,13 @@ std::string keyIn(const std::string& ior) {
 
 std::string keyInBody(const std::string& body) { return keyOf(Reader(body)); }
 
-RawClient::RawClient(unsigned short port, const std::string& from)
+GiopCaller::GiopCaller(unsigned short port, const std::string& from)
     : socket_(connectFrom(from, port)) {}
 
-RawClient::~RawClient() { close(socket_); }
+GiopCaller::~GiopCaller() { close(socket_); }
 
-RawReply RawClient::call(const std::string& key, const std::string& operation,
-                         const std::string& parameters) {
+GiopAnswer GiopCaller::call(const std::string& key, const std::string& operation,
+                            const std::string& parameters) {
   Writer message;
   message.raw(std::string("GIOP\1\2\1\0", 8)).number(0).number(++lastId_);
   message.octet(3).raw(std::string(3, '\0')).number(0);  // an answer; target by its key
@@ -162,19 +162,19 @@ RawReply RawClient::call(const std::string& key, const std::string& operation,
   return readReply();
 }
 
-RawReply RawClient::logIn(const std::string& user, const std::string& password,
-                          const std::string& ior) {
+GiopAnswer GiopCaller::logIn(const std::string& user, const std::string& password,
+                             const std::string& ior) {
   Writer parameters;
   parameters.text(user).text(password).align(4).raw(bytesOfIor(ior).substr(4));
   return call("EmsSessionFactory", "getEmsSession", parameters.bytes());
 }
 
-std::string RawClient::read(std::size_t size) const {
+std::string GiopCaller::read(std::size_t size) const {
   std::string bytes(size, '\0');
   return recv(socket_, bytes.data(), size, MSG_WAITALL) == ssize_t(size) ? bytes : "";
 }
 
-RawReply RawClient::readReply() const {
+GiopAnswer GiopCaller::readReply() const {
   const std::string header = read(HEADER);
   if (header.empty()) {
     return {};
@@ -184,15 +184,15 @@ RawReply RawClient::readReply() const {
   Reader message(header + read(size));
   message.raw(HEADER);
   message.number();
-  RawReply reply;
-  reply.status = static_cast<RawReply::Status>(message.number());
+  GiopAnswer reply;
+  reply.status = static_cast<GiopAnswer::Status>(message.number());
   for (std::uint32_t contexts = message.number(); contexts != 0; --contexts) {
     message.number();
     message.octets();
   }
   message.align(8);
   reply.body = message.rest();
-  if (reply.status != RawReply::Status::DONE) {
+  if (reply.status != GiopAnswer::Status::DONE) {
     reply.exception = Reader(reply.body).text();
   }
   return reply;
