@@ -14,9 +14,19 @@ constexpr std::chrono::milliseconds HOUSEKEEPING_PERIOD{1000};
 
 std::unique_ptr<Users> usersFor(const Options& options) {
   if (options.usersFile.empty()) {
+    logFailure("there are no --users: whoever reaches " + textOf(options.listen) + " may log in");
     return std::make_unique<Anyone>();
   }
   return std::make_unique<UsersOfFile>(options.usersFile);
+}
+
+// Of names that nobody checked, a client can have as many as it likes.
+SessionLimits limitsFor(const Options& options) {
+  SessionLimits limits = options.limits;
+  if (options.usersFile.empty()) {
+    limits.userSessions = limits.sessions;
+  }
+  return limits;
 }
 
 // Null without a file or a reference.
@@ -27,7 +37,17 @@ std::unique_ptr<PublishedFile> iorFileFor(const std::string& file, const std::st
   return std::make_unique<PublishedFile>(file, reference + "\n");
 }
 
-std::string publishAdmin(Inventory& inventory, Traffic& traffic, Sessions& sessions, Orb& orb) {
+// Empty when the administration is not served.
+std::string publishAdmin(const Options& options, Inventory& inventory, Traffic& traffic,
+                         Sessions& sessions, Orb& orb) {
+  if (!options.admin) {
+    return {};
+  }
+  if (!isLoopback(options.listen)) {
+    logFailure("administration of the EMS is not served: " + textOf(options.listen) +
+               " is not a loopback address, and whoever reached it could use it");
+    return {};
+  }
   const PortableServer::ServantBase_var admin = new EmsAdminServant(inventory, traffic, sessions);
   logCourse("administration of the EMS is open to whoever reaches the agent");
   return orb.publish(ADMIN_KEY, admin.in());
@@ -46,15 +66,13 @@ EmbeddedEms::~EmbeddedEms() {
   zk::platform::install(static_cast<zk::platform::EmsBackend*>(nullptr));
 }
 
-Serving::Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
+Serving::Serving(const Options& options, Logins& logins, Inventory& inventory, Traffic& traffic,
                  EventService& events, Sessions& sessions, Orb& orb)
     : events_(events), sessions_(sessions), orb_(orb) {
   const PortableServer::ServantBase_var factory =
-      new FactoryServant(users, sessions, inventory, events, options.interfaceVersion);
+      new FactoryServant(logins, sessions, inventory, events, options.interfaceVersion);
   reference_ = orb_.publish(FACTORY_KEY, factory.in());
-  if (options.admin) {
-    adminReference_ = publishAdmin(inventory, traffic, sessions, orb_);
-  }
+  adminReference_ = publishAdmin(options, inventory, traffic, sessions, orb_);
   orb_.serve();
   logCourse("serving on " + textOf(options.listen) + ", EMS " + options.emsName + ", inventory " +
             options.inventory);
@@ -71,11 +89,12 @@ Agent::Agent(const Options& options)
     : orb_(options.listen),
       ems_(options.inventory),
       users_(usersFor(options)),
-      sessions_(orb_.sessionAdapter(), options.limits, now),
+      logins_(*users_, now),
+      sessions_(orb_.sessionAdapter(), limitsFor(options), now),
       events_(options.channel, [this](long session) { return sessions_.isAlive(session); }),
       reporting_(ems_.inventory()),
       traffic_(ems_.inventory(), options.traffic),
-      serving_(options, *users_, ems_.inventory(), traffic_, events_, sessions_, orb_),
+      serving_(options, logins_, ems_.inventory(), traffic_, events_, sessions_, orb_),
       heartbeat_(options.pings, sessions_, now),
       housekeeping_(HOUSEKEEPING_PERIOD,
                     [this] {

@@ -15,6 +15,7 @@
 #include "agent/ems/traffic/traffic.h"
 #include "agent/orb/orb.h"
 #include "agent/sessions/heartbeat.h"
+#include "agent/sessions/logins.h"
 #include "agent/sessions/sessions.h"
 #include "agent/sessions/users.h"
 #include "agent/tmf/changenotifier.h"
@@ -41,7 +42,7 @@ class EmbeddedEms {
 class Serving {
  public:
   // All must outlive this object.
-  Serving(const Options& options, Users& users, Inventory& inventory, Traffic& traffic,
+  Serving(const Options& options, Logins& logins, Inventory& inventory, Traffic& traffic,
           EventService& events, Sessions& sessions, Orb& orb);
   // Tells the NMSs that their sessions are over, and waits for requests in
   // progress.
@@ -76,6 +77,7 @@ class Agent {
   Orb orb_;
   EmbeddedEms ems_;
   const std::unique_ptr<Users> users_;
+  Logins logins_;
   Sessions sessions_;
   EventService events_;
   const ChangeReporting reporting_;

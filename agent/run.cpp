@@ -3,11 +3,14 @@
 #include <csignal>
 #include <cstdio>
 #include <iostream>
+#include <new>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 #include "agent/agent.h"
 #include "agent/base/log.h"
+#include "agent/needs.h"
 #include "zk_quornex/platform/default/configuration.h"
 #include "zk_quornex/platform/default/logs.h"
 
@@ -15,31 +18,53 @@ namespace zk::agent {
 
 namespace {
 
+class StrangersError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 int fail(ExitStatus status, const char* reason) {
   std::fprintf(stderr, "zk-agent: %s\n", reason);
   return status;
 }
 
-sigset_t stopSignals() {
+sigset_t awaitedSignals() {
   sigset_t signals;
   sigemptyset(&signals);
+  sigaddset(&signals, SIGHUP);
   sigaddset(&signals, SIGTERM);
   sigaddset(&signals, SIGINT);
   return signals;
 }
 
 // From here on the signals wait until somebody asks for them, on every thread.
-void holdStopSignals() {
-  const sigset_t signals = stopSignals();
+void holdSignals() {
+  const sigset_t signals = awaitedSignals();
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
 }
 
+// A terminal or a supervisor that goes away is no reason to stop serving.
 void awaitStopSignal() {
-  const sigset_t signals = stopSignals();
-  int signal = 0;
-  while (sigwait(&signals, &signal) != 0) {
+  const sigset_t signals = awaitedSignals();
+  int signal = SIGHUP;
+  while (sigwait(&signals, &signal) != 0 || signal == SIGHUP) {
+    logCourse("SIGHUP received, which changes nothing");
   }
+}
+
+// Without users, strangers are kept out by where the agent listens.
+void refuseStrangers(const Options& options) {
+  if (options.usersFile.empty() && !options.allowAnyone && !isLoopback(options.listen)) {
+    throw StrangersError("whoever reaches " + textOf(options.listen) +
+                         " could log in: give --users, or --allow-anyone if that is wanted");
+  }
+}
+
+// A thread that the system does not give, for want of any or of memory for it.
+ExitStatus statusOf(const std::system_error& failure) {
+  return failure.code() == std::errc::resource_unavailable_try_again ? EXIT_NO_THREADS
+                                                                     : EXIT_CANNOT_WRITE;
 }
 
 void setUpPlatform(const Options& options) {
@@ -56,22 +81,34 @@ void setUpPlatform(const Options& options) {
 }  // namespace
 
 int runAgent(const Options& options) {
-  holdStopSignals();
+  holdSignals();
   try {
+    refuseStrangers(options);
+    demandNeeds();
     setUpPlatform(options);
     const Agent agent(options);
     awaitStopSignal();
     return EXIT_STOPPED;
+  } catch (const StrangersError& refused) {
+    return fail(EXIT_USAGE, refused.what());
+  } catch (const Shortage& failure) {
+    return fail(failure.status, failure.what());
   } catch (const ListenError& failure) {
     return fail(EXIT_CANNOT_LISTEN, failure.what());
   } catch (const InventoryError& failure) {
     return fail(EXIT_NO_INVENTORY, failure.what());
   } catch (const UsersError& failure) {
     return fail(EXIT_USERS_FILE, failure.what());
+  } catch (const std::system_error& failure) {
+    return fail(statusOf(failure), failure.what());
   } catch (const std::runtime_error& failure) {
     return fail(EXIT_CANNOT_WRITE, failure.what());
+  } catch (const std::bad_alloc&) {
+    return fail(EXIT_NO_MEMORY, "out of memory");
   } catch (const std::exception& failure) {
     return fail(EXIT_INTERNAL, failure.what());
+  } catch (const CORBA::NO_MEMORY&) {
+    return fail(EXIT_NO_MEMORY, "out of memory");
   } catch (const CORBA::Exception& failure) {
     return fail(EXIT_INTERNAL, failure._name());
   }
@@ -85,6 +122,8 @@ int runPasswd(const PasswordChange& change) {
     return EXIT_STOPPED;
   } catch (const UsersError& failure) {
     return fail(EXIT_USERS_FILE, failure.what());
+  } catch (const std::bad_alloc&) {
+    return fail(EXIT_NO_MEMORY, "out of memory for the hash of a password");
   }
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "agent/base/log.h"
 #include "agent/base/sequences.h"
 #include "zk_quornex/idl/events.h"
 
@@ -227,7 +228,7 @@ void addLogins(Commands& commands) {
         std::string text;
         for (CORBA::ULong i = 0; i < list->length(); ++i) {
           text += (i == 0 ? "" : "\n") + std::to_string(list[i].sessionId) + " " +
-                  std::string(list[i].user);
+                  printable(list[i].user);
         }
         return text;
       });

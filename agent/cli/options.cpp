@@ -25,11 +25,14 @@ Exit status:
   0   stopped by SIGTERM or SIGINT
   1   cannot listen on the address
   2   the inventory cannot be used
-  3   wrong options
+  3   wrong options, or ones that let strangers in: see --allow-anyone
   4   the users file cannot be used
   5   the log file or the IOR file cannot be written
   6   admin: the agent refused the change
   7   admin: no agent answered, or one without --admin
+  8   out of memory at the start
+  9   out of threads at the start
+  10  out of file descriptors at the start
   70  any other failure
 
 Examples:
@@ -38,7 +41,7 @@ Examples:
   printf '%s\n' "$PASSWORD" | zk-agent passwd --users /etc/zk-agent/users operator
   zk-agent admin raise-alarm --device 7 --cause LOS --severity critical
 
-Clients find the agent at corbaloc:iiop:HOST:PORT/EmsSessionFactory.)";
+SIGHUP changes nothing. Clients find the agent at corbaloc:iiop:HOST:PORT/EmsSessionFactory.)";
 
 // The environment variable of an option: --ior-file is ZK_AGENT_IOR_FILE.
 std::string variableOf(const std::string& option) {
@@ -98,11 +101,21 @@ void addServing(Command& program, Options& options, Raw& raw) {
   add(program, "--ems-version", options.emsVersion, "Version of the EMS as clients see it");
   add(program, "--interface-version", options.interfaceVersion, "What getVersion answers");
   add(program, "--users", options.usersFile,
-      "File of users who may log in; without one there is no authentication");
+      "File of users who may log in; without one everybody may, and --listen takes\n"
+      "addresses of this host's loopback interface only");
+  program
+      .flag("--allow-anyone", options.allowAnyone,
+            "Without --users: let whoever reaches any other address log in, too")
+      .environment(variableOf("--allow-anyone"));
 }
 
 void addLimits(Command& program, SessionLimits& limits) {
   add(program, "--max-sessions", limits.sessions, "Sessions at a time").range(1, 10000);
+  add(program, "--peer-sessions", limits.peerSessions, "Sessions of one client's host at a time")
+      .range(1, 10000);
+  add(program, "--user-sessions", limits.userSessions,
+      "With --users: sessions of one user at a time")
+      .range(1, 10000);
   add(program, "--max-iterators", limits.iterators, "Open iterators of a session").range(1, 100000);
   add(program, "--iterator-idle", limits.iteratorIdle,
       "Seconds after which an unused iterator is gone")
@@ -140,7 +153,8 @@ void addTrials(Command& program, Options& options) {
   add(program, "--traffic-seed", options.traffic.seed, "The same seed makes the same changes");
   program
       .flag("--admin", options.admin,
-            "Let whoever reaches the address change the EMS with 'zk-agent admin'")
+            "Let whoever reaches the address change the EMS with 'zk-agent admin'; on a\n"
+            "loopback address only")
       .environment(variableOf("--admin"));
   add(program, "--admin-ior-file", options.adminIorFile,
       "With --admin: write the administration's reference here; removed at the end");

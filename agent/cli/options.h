@@ -23,7 +23,10 @@ enum ExitStatus : int {
   EXIT_USAGE = 3,          // options or configuration file
   EXIT_USERS_FILE = 4,     // cannot be read or written, or a bad entry
   EXIT_CANNOT_WRITE = 5,   // log file or IOR file
-  EXIT_INTERNAL = 70       // anything else
+  EXIT_NO_MEMORY = 8,
+  EXIT_NO_THREADS = 9,
+  EXIT_NO_DESCRIPTORS = 10,
+  EXIT_INTERNAL = 70  // anything else
 };
 
 struct Options {
@@ -34,6 +37,7 @@ struct Options {
   std::string emsVersion = "1.0";
   std::string interfaceVersion = "3.0";  // what getVersion answers
   std::string usersFile;                 // empty: no authentication
+  bool allowAnyone = false;              // without users, serve others than this host too
   SessionLimits limits;
   PingRules pings;
   ChannelSettings channel;

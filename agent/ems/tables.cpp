@@ -206,6 +206,9 @@ void chooseJournal(Tables& tables) {
   if (mode != "wal" && mode != "memory") {
     throw InventoryError("cannot have a write-ahead log beside it");
   }
+  // The log is opened by the first who reads: a write that could not open it any
+  // more, for want of descriptors, would be lost.
+  tables.valueOf<long>("SELECT count(*) FROM sqlite_schema");
   checkpointOnClose(tables, true);
 }
 

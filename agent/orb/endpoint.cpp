@@ -1,5 +1,6 @@
 #include "agent/orb/endpoint.h"
 
+#include <arpa/inet.h>
 #include <netdb.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -66,6 +67,18 @@ std::string textOf(const Endpoint& endpoint) {
   const bool bracketed = endpoint.host.find(':') != std::string::npos;
   const std::string host = endpoint.host.empty() ? "*" : endpoint.host;
   return (bracketed ? "[" + host + "]" : host) + ":" + std::to_string(endpoint.port);
+}
+
+bool isLoopback(const Endpoint& endpoint) {
+  in_addr four{};
+  if (inet_pton(AF_INET, endpoint.host.c_str(), &four) == 1) {
+    return ntohl(four.s_addr) >> 24U == 127;
+  }
+  in6_addr six{};
+  if (inet_pton(AF_INET6, endpoint.host.c_str(), &six) == 1) {
+    return IN6_IS_ADDR_LOOPBACK(&six);
+  }
+  return endpoint.host == "localhost";
 }
 
 std::string whyNotListening(const Endpoint& endpoint) {

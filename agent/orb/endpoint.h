@@ -18,6 +18,10 @@ struct Endpoint {
 Endpoint parseEndpoint(const std::string& text);
 std::string textOf(const Endpoint& endpoint);
 
+// Whether only this host reaches it: an address of 127.0.0.0/8, ::1, or localhost.
+// Names are not looked up: any other is taken for a public one.
+bool isLoopback(const Endpoint& endpoint);
+
 // Why the endpoint cannot be listened on, which ORBs do not say: tries to bind
 // it, and lets go again. Empty when nothing is wrong.
 std::string whyNotListening(const Endpoint& endpoint);

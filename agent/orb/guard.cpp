@@ -22,8 +22,6 @@ const char* textOf(Ruling ruling) {
   switch (ruling) {
     case Ruling::NO_SUCH_OBJECT:
       return "OBJECT_NOT_EXIST";
-    case Ruling::NOT_YOURS:
-      return "NO_PERMISSION";
     case Ruling::BAD_VALUE:
       return "BAD_PARAM";
     case Ruling::DAMAGED:
@@ -49,6 +47,19 @@ Ruling rulingOf(Verdict verdict) {
 Guard::Guard(Connections::Limits limits, Admits admits)
     : connections_(limits), admits_(std::move(admits)), log_(LOG_PERIOD, MOST_LOG_SUBJECTS) {}
 
+void Guard::open() {
+  const MutexLock lock(mutex_);
+  isOpen_ = true;
+  opened_.notifyAll();
+}
+
+void Guard::awaitOpening() {
+  const MutexLock lock(mutex_);
+  while (!isOpen_) {
+    opened_.wait(mutex_);
+  }
+}
+
 Ruling Guard::judge(std::string& message, Connected& connection) {
   return typeOf(message) == GiopType::REQUEST ? judgeRequest(message, connection)
                                               : judgeLocateRequest(message, connection);
@@ -63,24 +74,17 @@ Ruling Guard::judgeRequest(const std::string& message, Connected& connection) {
   if (!request) {
     return Ruling::HANG_UP;
   }
-  Ruling ruling = Ruling::SERVE;
-  switch (admits_(request->key, connection.peer())) {
-    case Admission::UNKNOWN:
-      return Ruling::NO_SUCH_OBJECT;  // any late call after a session's end: not worth a line
-    case Admission::FOREIGN:
-      ruling = Ruling::NOT_YOURS;
-      break;
-    case Admission::MEMBER:
-      connection.belongs();
-      if (isUnserved(request->operation)) {
-        return Ruling::NOT_OFFERED;
-      }
-      ruling = rulingOf(screen(message, *request));
-      break;
-    case Admission::PUBLIC:
-      ruling = rulingOf(screen(message, *request));
-      break;
+  const Admission admission = admits_(request->key, connection.peer());
+  if (admission == Admission::UNKNOWN) {
+    return Ruling::NO_SUCH_OBJECT;  // any late call after a session's end: not worth a line
   }
+  if (admission == Admission::MEMBER) {
+    connection.belongs();
+    if (isUnserved(request->operation)) {
+      return Ruling::NOT_OFFERED;
+    }
+  }
+  const Ruling ruling = rulingOf(screen(message, *request));
   if (ruling != Ruling::SERVE) {
     complain(connection.peer(), "refused " + printable(std::string(request->operation).c_str()) +
                                     ": " + textOf(ruling));
@@ -93,8 +97,7 @@ Ruling Guard::judgeLocateRequest(std::string& message, const Connected& connecti
   if (!request || request->key.empty()) {
     return Ruling::HANG_UP;
   }
-  const Admission admission = admits_(request->key, connection.peer());
-  if (admission == Admission::UNKNOWN || admission == Admission::FOREIGN) {
+  if (admits_(request->key, connection.peer()) == Admission::UNKNOWN) {
     const auto begin = request->key.data() - message.data();
     std::fill_n(message.begin() + begin, request->key.size(), 'x');
   }

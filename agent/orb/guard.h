@@ -18,7 +18,6 @@ namespace zk::agent {
 enum class Ruling {
   SERVE,
   NO_SUCH_OBJECT,  // OBJECT_NOT_EXIST
-  NOT_YOURS,       // NO_PERMISSION
   BAD_VALUE,       // BAD_PARAM
   DAMAGED,         // MARSHAL
   NOT_OFFERED,     // ProcessingFailureException: EXCPT_NOT_IMPLEMENTED
@@ -27,8 +26,8 @@ enum class Ruling {
 
 class Guard {
  public:
-  enum class Admission { PUBLIC, MEMBER, UNKNOWN, FOREIGN };
-  // Whether an object key is one that was given out, and to this peer.
+  enum class Admission { PUBLIC, MEMBER, UNKNOWN };
+  // Whether an object key is everybody's, or was given out to this peer.
   using Admits = std::function<Admission(std::string_view key, const std::string& peer)>;
 
   static constexpr std::chrono::seconds MESSAGE_TIME{10};  // from a message's begin to its end
@@ -40,8 +39,12 @@ class Guard {
 
   Connections& connections() { return connections_; }
 
+  // Nobody is let in before the opening, which is for good.
+  void open();
+  void awaitOpening();
+
   // Looks at a whole message that the connection received. The key of a
-  // LocateRequest for an object that is not the peer's becomes one that nobody has.
+  // LocateRequest for an object that is not there for the peer becomes one that nobody has.
   // What is not served is told in the log, now and then.
   Ruling judge(std::string& message, Connected& connection);
 
@@ -54,6 +57,9 @@ class Guard {
 
   Connections connections_;
   const Admits admits_;
+  Mutex mutex_;
+  Condition opened_;
+  bool isOpen_ ZK_GUARDED_BY(mutex_) = false;
   LogLimit log_;
 };
 

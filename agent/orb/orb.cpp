@@ -6,6 +6,7 @@
 #include "agent/base/log.h"
 #include "agent/base/loglimit.h"
 #include "agent/base/repeating.h"
+#include "agent/orb/caller.h"
 
 #if defined(ZK_ORB_TAO)
 #include <tao/IORTable/IORTable.h>
@@ -34,20 +35,6 @@ bool isEverywhere(const Endpoint& endpoint) {
 PortableServer::POA_ptr rootAdapter(CORBA::ORB_ptr orb) {
   const CORBA::Object_var object = orb->resolve_initial_references("RootPOA");
   return PortableServer::POA::_narrow(object.in());
-}
-
-PortableServer::POA_ptr makeSessionAdapter(PortableServer::POA_ptr root) {
-  CORBA::PolicyList policies;
-  policies.length(3);
-  policies[0] = root->create_id_assignment_policy(PortableServer::SYSTEM_ID);
-  policies[1] = root->create_implicit_activation_policy(PortableServer::NO_IMPLICIT_ACTIVATION);
-  policies[2] = root->create_servant_retention_policy(PortableServer::RETAIN);
-  const PortableServer::POAManager_var manager = root->the_POAManager();
-  PortableServer::POA_var adapter = root->create_POA("sessions", manager.in(), policies);
-  for (CORBA::ULong i = 0; i < policies.length(); ++i) {
-    policies[i]->destroy();
-  }
-  return adapter._retn();
 }
 
 #if defined(ZK_ORB_TAO)
@@ -170,14 +157,14 @@ void run(CORBA::ORB_ptr orb) {
 
 Orb::Orb(const Endpoint& endpoint)
     : guard_(connectionLimits(),
-             [this](std::string_view key, const std::string&) { return admits(key); }) {
+             [this](std::string_view key, const std::string& peer) { return admits(key, peer); }) {
   try {
 #if !defined(ZK_ORB_TAO)
     transport_ = std::make_unique<GuardedTransport>(guard_);
 #endif
     orb_ = startOrb(endpoint);
     const PortableServer::POA_var root = rootAdapter(orb_.in());
-    sessions_ = makeSessionAdapter(root.in());
+    sessions_ = std::make_unique<SessionAdapter>(root.in());
   } catch (const CORBA::SystemException& failure) {
     if (!CORBA::is_nil(orb_.in())) {
       orb_->destroy();
@@ -188,7 +175,7 @@ Orb::Orb(const Endpoint& endpoint)
 
 Orb::~Orb() {
   stop();
-  sessions_ = PortableServer::POA::_nil();
+  sessions_.reset();
   orb_->destroy();
 }
 
@@ -212,14 +199,18 @@ void Orb::serve() {
   const PortableServer::POA_var root = rootAdapter(orb_.in());
   const PortableServer::POAManager_var manager = root->the_POAManager();
   manager->activate();
+  guard_.open();
   serving_ = std::thread([this] { run(orb_.in()); });
 }
 
-Guard::Admission Orb::admits(std::string_view key) const {
+Guard::Admission Orb::admits(std::string_view key, const std::string& peer) const {
   if (publicKeys_.find(key) != publicKeys_.end()) {
     return Guard::Admission::PUBLIC;
   }
-  return key.empty() || key.front() == 0 ? Guard::Admission::UNKNOWN : Guard::Admission::MEMBER;
+  const auto id = sessionObjectIn(key);
+  return id && sessions_->keys().admits(*id, peer) == Admission::ADMITTED
+             ? Guard::Admission::MEMBER
+             : Guard::Admission::UNKNOWN;
 }
 
 CORBA::Object_ptr withCallLimit(CORBA::Object_ptr object, std::chrono::milliseconds limit) {

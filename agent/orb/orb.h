@@ -12,6 +12,7 @@
 
 #include "agent/orb/endpoint.h"
 #include "agent/orb/guard.h"
+#include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/corba.h"
 
 namespace zk::agent {
@@ -32,8 +33,8 @@ class Orb {
   Orb(const Orb&) = delete;
   Orb& operator=(const Orb&) = delete;
 
-  // Where sessions put their servants: system ids, retained.
-  PortableServer::POA_ptr sessionAdapter() const { return sessions_.in(); }
+  // Where sessions put their servants.
+  SessionAdapter& sessionAdapter() { return *sessions_; }
 
   // Makes the servant reachable as corbaloc:iiop:HOST:PORT/key and returns its
   // stringified reference. The caller keeps its own reference to the servant.
@@ -47,13 +48,13 @@ class Orb {
   void stop();
 
  private:
-  Guard::Admission admits(std::string_view key) const;
+  Guard::Admission admits(std::string_view key, const std::string& peer) const;
 
   Guard guard_;
   std::set<std::string, std::less<>> publicKeys_;  // all of them before anything is served
   std::unique_ptr<GuardedTransport> transport_;    // null with an ORB that has no place for it
   CORBA::ORB_var orb_;
-  PortableServer::POA_var sessions_;
+  std::unique_ptr<SessionAdapter> sessions_;
   std::thread serving_;
   bool stopped_ = false;
 };

@@ -23,6 +23,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "agent/orb/caller.h"
 #include "agent/orb/messagereader.h"
 #include "zk_quornex/idl/names.h"
 
@@ -44,22 +45,15 @@ omni_time_t after(unsigned long seconds) {
 
 bool isOver(const omni_time_t& deadline) { return !(after(0) < deadline); }
 
-// giop:tcp:HOST:PORT and giop:tcp:[ADDRESS]:PORT without what is not the host.
-std::string hostOf(const std::string& address) {
-  const std::size_t begin = std::strlen("giop:tcp:");
-  const std::size_t end = address.rfind(':');
-  return address.size() > begin && end > begin ? address.substr(begin, end - begin) : address;
-}
-
-std::string hostOfPeer(int socket) {
+// As the ORB writes the address of one end of a connection.
+std::string addressOf(int socket, int (*ask)(int, sockaddr*, socklen_t*)) {
   sockaddr_storage address{};
   socklen_t size = sizeof address;
-  if (getpeername(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-    return "unknown";
+  auto* const plain = reinterpret_cast<sockaddr*>(&address);
+  if (ask(socket, plain, &size) != 0) {
+    return "";
   }
-  const CORBA::String_var uri =
-      omni::tcpSocket::addrToURI(reinterpret_cast<sockaddr*>(&address), "giop:tcp");
-  return hostOf(uri.in());
+  return CORBA::String_var(omni::tcpSocket::addrToURI(plain, "giop:tcp")).in();
 }
 
 // The ORB reads and writes with deadlines only: without one it would make the
@@ -68,7 +62,7 @@ class GuardedConnection final : public omni::tcpConnection, public Connected {
  public:
   GuardedConnection(int socket, omni::SocketCollection* collection, Guard& guard)
       : omni::tcpConnection(socket, collection),
-        Connected(hostOfPeer(socket)),
+        Connected(peerOf(addressOf(socket, getpeername), addressOf(socket, getsockname))),
         guard_(guard),
         reader_(Guard::LARGEST_OF_STRANGER) {
     guard_.connections().enter(*this);
@@ -132,8 +126,6 @@ void GuardedConnection::raiseRefusal() const {
   switch (ruling_) {
     case Ruling::NO_SUCH_OBJECT:
       throw CORBA::OBJECT_NOT_EXIST(0, CORBA::COMPLETED_NO);
-    case Ruling::NOT_YOURS:
-      throw CORBA::NO_PERMISSION(0, CORBA::COMPLETED_NO);
     case Ruling::BAD_VALUE:
       throw CORBA::BAD_PARAM(0, CORBA::COMPLETED_NO);
     case Ruling::NOT_OFFERED:
@@ -236,6 +228,7 @@ class GuardedEndpoint final : public omni::tcpEndpoint {
 
   void Poke() override {
     isPoked_ = true;
+    guard_.open();
     tcpEndpoint::Poke();
   }
 
@@ -261,6 +254,7 @@ class GuardedEndpoint final : public omni::tcpEndpoint {
 
 omni::giopConnection* GuardedEndpoint::AcceptAndMonitor(
     omni::giopConnection::notifyReadable_t notify, void* cookie) {
+  guard_.awaitOpening();
   notify_ = notify;
   cookie_ = cookie;
   setSelectable(1, 0);
@@ -346,12 +340,19 @@ class GuardedTransportType final : public omni::giopTransportImpl {
   static omni::giopTransportImpl& plain() { return *str2Transport("giop:tcp:"); }
 };
 
-CORBA::Boolean refuseWhatTheGuardRefused(
-    omni::omniInterceptors::serverReceiveRequest_T::info_T& i) {
-  const auto* connection = dynamic_cast<GuardedConnection*>(i.giop_s.strand().connection);
+CORBA::Boolean beginRequest(omni::omniInterceptors::serverReceiveRequest_T::info_T& request) {
+  const auto* connection =
+      dynamic_cast<const GuardedConnection*>(request.giop_s.strand().connection);
   if (connection != nullptr) {
+    beginCall(connection->peer());
     connection->raiseRefusal();
   }
+  return true;
+}
+
+template <class Reply>
+CORBA::Boolean endRequest(Reply&) {
+  endCall();
   return true;
 }
 
@@ -369,7 +370,10 @@ std::string GuardedTransport::guardedAddress(const std::string& hostAndPort) {
 }
 
 void GuardedTransport::superviseRequests() {
-  omniORB::getInterceptors()->serverReceiveRequest.add(&refuseWhatTheGuardRefused);
+  auto* const interceptors = omniORB::getInterceptors();
+  interceptors->serverReceiveRequest.add(beginRequest);
+  interceptors->serverSendReply.add(endRequest);
+  interceptors->serverSendException.add(endRequest);
 }
 
 }  // namespace zk::agent

@@ -1,5 +1,7 @@
 #include "agent/sessions/sessions.h"
 
+#include <algorithm>
+
 #include "agent/base/log.h"
 #include "agent/channel/eventservice.h"
 #include "agent/sessions/nmscalls.h"
@@ -17,7 +19,16 @@ Paging pagingOf(const std::shared_ptr<ServantHome>& servants, const ListLimits& 
 }
 
 std::string titleOf(const Session& session) {
-  return "session " + std::to_string(session.id) + " of '" + printable(session.user.c_str()) + "'";
+  const std::string peer = session.peer.empty() ? "" : " at " + session.peer;
+  return "session " + std::to_string(session.id) + " of '" + printable(session.user.c_str()) + "'" +
+         peer;
+}
+
+void refuseBeyond(std::size_t limit, std::size_t count, const std::string& whom) {
+  if (count >= limit) {
+    throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED,
+                  whom + std::to_string(limit) + " sessions already, the most it may");
+  }
 }
 
 void close(Session& session, const std::string& why) {
@@ -27,12 +38,13 @@ void close(Session& session, const std::string& why) {
 
 }  // namespace
 
-Session::Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
-                 PortableServer::POA_ptr poa, const ListLimits& limits, const SteadyClock& clock)
+Session::Session(long number, Caller caller, nmsSession::NmsSession_I_ptr nms,
+                 SessionAdapter& adapter, const ListLimits& limits, const SteadyClock& clock)
     : id(number),
-      user(std::move(userName)),
+      user(std::move(caller.user)),
+      peer(std::move(caller.peer)),
       client(nmsSession::NmsSession_I::_duplicate(nms)),
-      servants(std::make_shared<ServantHome>(poa)),
+      servants(std::make_shared<ServantHome>(adapter, peer)),
       paging(pagingOf(servants, limits, clock)) {}
 
 std::shared_ptr<SessionChannel> Session::channel(EventService& events) {
@@ -59,21 +71,32 @@ void Session::close() {
   servants->closeAll();
 }
 
-Sessions::Sessions(PortableServer::POA_ptr poa, const SessionLimits& limits, SteadyClock clock)
-    : poa_(PortableServer::POA::_duplicate(poa)), limits_(limits), clock_(std::move(clock)) {}
+Sessions::Sessions(SessionAdapter& adapter, const SessionLimits& limits, SteadyClock clock)
+    : adapter_(adapter), limits_(limits), clock_(std::move(clock)) {}
 
-std::shared_ptr<Session> Sessions::begin(const std::string& user,
-                                         nmsSession::NmsSession_I_ptr client) {
-  const MutexLock lock(mutex_);
+void Sessions::refuseBeyondLimits(const Caller& caller) const {
   if (stopping_) {
     throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent is stopping");
   }
-  if (sessions_.size() >= limits_.sessions) {
-    throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent serves " +
-                                                           std::to_string(limits_.sessions) +
-                                                           " sessions already, the most it may");
-  }
-  auto session = std::make_shared<Session>(++lastId_, user, client, poa_.in(), limits_, clock_);
+  refuseBeyond(limits_.sessions, sessions_.size(), "the agent serves ");
+  const auto with = [this](auto matches) {
+    return static_cast<std::size_t>(
+        std::count_if(sessions_.begin(), sessions_.end(),
+                      [&](const auto& entry) { return matches(*entry.second); }));
+  };
+  refuseBeyond(limits_.peerSessions,
+               with([&](const Session& session) { return session.peer == caller.peer; }),
+               "the agent serves your host ");
+  refuseBeyond(limits_.userSessions,
+               with([&](const Session& session) { return session.user == caller.user; }),
+               "the agent serves this user ");
+}
+
+std::shared_ptr<Session> Sessions::begin(const Caller& caller,
+                                         nmsSession::NmsSession_I_ptr client) {
+  const MutexLock lock(mutex_);
+  refuseBeyondLimits(caller);
+  auto session = std::make_shared<Session>(++lastId_, caller, client, adapter_, limits_, clock_);
   sessions_.emplace(session->id, session);
   logCourse(titleOf(*session) + " began");
   return session;

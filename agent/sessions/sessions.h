@@ -21,19 +21,30 @@ class SessionChannel;
 
 // What bounds the clients' use of the agent.
 struct SessionLimits : ListLimits {
-  // Sessions at a time; a further login is refused.
-  std::size_t sessions = 64;
+  // Sessions at a time; a further login is refused. No user and no peer can take
+  // them all: a host may run the 64 clients of an operations centre and more, and
+  // leaves a quarter to others.
+  std::size_t sessions = 128;
+  std::size_t peerSessions = 96;
+  std::size_t userSessions = 16;
+};
+
+// Who logs in, and from where.
+struct Caller {
+  std::string user;
+  std::string peer;
 };
 
 // One session's part of the agent. Its servants share it; it is closed once and
 // for all when the session ends.
 class Session {
  public:
-  Session(long number, std::string userName, nmsSession::NmsSession_I_ptr nms,
-          PortableServer::POA_ptr poa, const ListLimits& limits, const SteadyClock& clock);
+  Session(long number, Caller caller, nmsSession::NmsSession_I_ptr nms, SessionAdapter& adapter,
+          const ListLimits& limits, const SteadyClock& clock);
 
   const long id;  // never used twice
   const std::string user;
+  const std::string peer;  // as callingPeer() tells it; the session's objects answer it alone
   const nmsSession::NmsSession_I_var client;
   const std::shared_ptr<ServantHome> servants;
   const Paging paging;
@@ -53,11 +64,12 @@ class Session {
 
 class Sessions {
  public:
-  Sessions(PortableServer::POA_ptr poa, const SessionLimits& limits, SteadyClock clock);
+  // adapter must outlive this object.
+  Sessions(SessionAdapter& adapter, const SessionLimits& limits, SteadyClock clock);
 
   // Begins a session. Throws Refusal, capacity exceeded, when there are as many
-  // as there may be or the agent is stopping.
-  std::shared_ptr<Session> begin(const std::string& user, nmsSession::NmsSession_I_ptr client);
+  // as there may be, at all or of this user or peer, or the agent is stopping.
+  std::shared_ptr<Session> begin(const Caller& caller, nmsSession::NmsSession_I_ptr client);
 
   // Ends a session: its servants are gone when this returns, and requests in
   // progress finish. why is for the log. Returns its client, nil for an unknown
@@ -78,7 +90,9 @@ class Sessions {
   bool isAlive(long id) const;
 
  private:
-  const PortableServer::POA_var poa_;
+  void refuseBeyondLimits(const Caller& caller) const ZK_REQUIRES(mutex_);
+
+  SessionAdapter& adapter_;
   const SessionLimits limits_;
   const SteadyClock clock_;
   mutable Mutex mutex_;  // never held while a session is closed

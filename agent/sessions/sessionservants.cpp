@@ -11,6 +11,7 @@
 #include "agent/managers/emsmanager.h"
 #include "agent/managers/mapmanager.h"
 #include "agent/managers/subnetworkmanager.h"
+#include "agent/orb/caller.h"
 #include "agent/tmf/errors.h"
 
 namespace zk::agent {
@@ -60,9 +61,9 @@ PortableServer::ServantBase* makeManager(const std::string& name, const Session&
 
 }  // namespace
 
-FactoryServant::FactoryServant(Users& users, Sessions& sessions, Inventory& inventory,
+FactoryServant::FactoryServant(Logins& logins, Sessions& sessions, Inventory& inventory,
                                EventService& events, std::string version)
-    : users_(users),
+    : logins_(logins),
       sessions_(sessions),
       inventory_(inventory),
       events_(events),
@@ -77,12 +78,9 @@ void FactoryServant::getEmsSession(const char* user, const char* password,
     if (CORBA::is_nil(client)) {
       throw refusal(globaldefs::EXCPT_INVALID_INPUT, "the client's session reference is nil");
     }
-    // Which of the two is wrong is not told.
-    if (!users_.mayLogIn(user, password)) {
-      logFailure("login of '" + printable(user) + "' refused");
-      throw refusal(globaldefs::EXCPT_ACCESS_DENIED, "wrong user or password");
-    }
-    const std::shared_ptr<Session> session = sessions_.begin(user, client);
+    const Caller caller{user, callingPeer()};
+    logins_.check(caller, password);
+    const std::shared_ptr<Session> session = sessions_.begin(caller, client);
     const PortableServer::ServantBase_var owner =
         new SessionServant(session, sessions_, inventory_, events_);
     ServantHome::Ticket ticket = 0;

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "agent/ems/inventory.h"
+#include "agent/sessions/logins.h"
 #include "agent/sessions/sessions.h"
-#include "agent/sessions/users.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/managers.h"
 #include "zk_quornex/idl/sessions.h"
@@ -21,7 +21,7 @@ class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I
                        public virtual PortableServer::RefCountServantBase {
  public:
   // All but version must outlive the servant.
-  FactoryServant(Users& users, Sessions& sessions, Inventory& inventory, EventService& events,
+  FactoryServant(Logins& logins, Sessions& sessions, Inventory& inventory, EventService& events,
                  std::string version);
 
   char* getVersion() override;
@@ -29,7 +29,7 @@ class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I
                      emsSession::EmsSession_I_out emsSessionInterface) override;
 
  private:
-  Users& users_;
+  Logins& logins_;
   Sessions& sessions_;
   Inventory& inventory_;
   EventService& events_;

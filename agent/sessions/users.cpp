@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <vector>
 
 #include "agent/base/files.h"
@@ -33,9 +34,19 @@ std::string hashOf(const std::string& password) {
   if (crypto_pwhash_str(hash.data(), password.data(), password.size(),
                         crypto_pwhash_OPSLIMIT_INTERACTIVE,
                         crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
-    throw UsersError("not enough memory to hash the password");
+    throw std::bad_alloc();
   }
   return hash.data();
+}
+
+// A comparison without the memory for it is none: the password may be right.
+bool isPassword(const std::string& password, const std::string& hash) {
+  errno = 0;
+  const bool same = crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+  if (!same && errno == ENOMEM) {
+    throw std::bad_alloc();
+  }
+  return same;
 }
 
 bool isUserName(const std::string& name) {
@@ -83,8 +94,8 @@ void setPassword(const std::string& path, const std::string& user, const std::st
   if (!isUserName(user)) {
     throw UsersError("a user name has 1 to 64 characters, no blank, no colon and no # in front");
   }
-  if (password.empty()) {
-    throw UsersError("the password is empty");
+  if (password.empty() || password.size() > LONGEST_WORD) {
+    throw UsersError("the password is empty or has more than 256 bytes");
   }
   UserTable users = access(path.c_str(), F_OK) == 0 ? readUsers(path) : UserTable{};
   users[user] = hashOf(password);
@@ -108,7 +119,6 @@ UsersOfFile::UsersOfFile(std::string path) : path_(std::move(path)) {
 }
 
 bool UsersOfFile::mayLogIn(const std::string& user, const std::string& password) {
-  const MutexLock lock(mutex_);
   UserTable users;
   try {
     users = readUsers(path_);
@@ -118,9 +128,7 @@ bool UsersOfFile::mayLogIn(const std::string& user, const std::string& password)
   const auto found = users.find(user);
   const bool known = found != users.end();
   const std::string& hash = known ? found->second : nobodysHash_;
-  const bool matches =
-      crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
-  return known && matches;
+  return isPassword(password, hash) && known;
 }
 
 }  // namespace zk::agent

@@ -3,13 +3,15 @@
 #ifndef ZK_AGENT_SESSIONS_USERS_H
 #define ZK_AGENT_SESSIONS_USERS_H
 
+#include <cstddef>
 #include <map>
 #include <stdexcept>
 #include <string>
 
-#include "zk_quornex/platform/threadsafety.h"
-
 namespace zk::agent {
+
+// Bytes of the longest name or password that is looked at.
+inline constexpr std::size_t LONGEST_WORD = 256;
 
 // What is wrong with a users file, or with a name or password, in one line.
 class UsersError : public std::runtime_error {
@@ -25,10 +27,13 @@ using UserTable = std::map<std::string, std::string>;
 UserTable readUsers(const std::string& path);
 
 // Adds the user or replaces the password. The file, made if there is none, is
-// replaced as a whole and readable by its owner only. Throws UsersError.
+// replaced as a whole and readable by its owner only. Throws UsersError, and
+// std::bad_alloc without the 64 MiB that a hash takes.
 void setPassword(const std::string& path, const std::string& user, const std::string& password);
 
-// Decides about logins. Safe on any thread.
+// Decides about logins. Safe on any thread. Each may take the 64 MiB of a
+// comparison, and throws std::bad_alloc without them: how many there are at once is
+// up to the caller.
 class Users {
  public:
   virtual ~Users() = default;
@@ -54,9 +59,6 @@ class UsersOfFile : public Users {
  private:
   const std::string path_;
   std::string nobodysHash_;  // what a password of an unknown user is compared with
-  // Held during a comparison: one takes 64 MiB, and many logins at once must
-  // not multiply that.
-  Mutex mutex_;
 };
 
 }  // namespace zk::agent

@@ -30,7 +30,10 @@ TEST(CommandLine, hasDefaults) {
   EXPECT_EQ(line.options.emsName, "Quor/1");
   EXPECT_EQ(line.options.interfaceVersion, "3.0");
   EXPECT_EQ(line.options.usersFile, "");
-  EXPECT_EQ(line.options.limits.sessions, 64U);
+  EXPECT_FALSE(line.options.allowAnyone);
+  EXPECT_EQ(line.options.limits.sessions, 128U);
+  EXPECT_EQ(line.options.limits.peerSessions, 96U);
+  EXPECT_EQ(line.options.limits.userSessions, 16U);
   EXPECT_EQ(line.options.limits.iterators, 20U);
   EXPECT_EQ(line.options.limits.iteratorIdle, std::chrono::seconds(900));
   EXPECT_EQ(line.options.limits.page, 1000U);
@@ -54,11 +57,12 @@ TEST(CommandLine, setsTheTrialOptions) {
 
 TEST(CommandLine, setsEveryOption) {
   const CommandLine line = parsed(
-      {"--listen",        "[::1]:99", "--inventory",    "i.db", "--ior-file",          "f.ior",
-       "--ems-name",      "X/2",      "--ems-version",  "9",    "--interface-version", "2.1",
-       "--users",         "u",        "--max-sessions", "3",    "--max-iterators",     "4",
-       "--iterator-idle", "5",        "--max-how-many", "6",    "--log-file",          "l",
-       "--log-level",     "debug"});
+      {"--listen",        "[::1]:99", "--inventory",     "i.db", "--ior-file",          "f.ior",
+       "--ems-name",      "X/2",      "--ems-version",   "9",    "--interface-version", "2.1",
+       "--users",         "u",        "--max-sessions",  "3",    "--max-iterators",     "4",
+       "--iterator-idle", "5",        "--max-how-many",  "6",    "--log-file",          "l",
+       "--log-level",     "debug",    "--peer-sessions", "7",    "--user-sessions",     "8",
+       "--allow-anyone"});
   ASSERT_FALSE(line.exitStatus);
   EXPECT_EQ(textOf(line.options.listen), "[::1]:99");
   EXPECT_EQ(line.options.inventory, "i.db");
@@ -67,7 +71,10 @@ TEST(CommandLine, setsEveryOption) {
   EXPECT_EQ(line.options.emsVersion, "9");
   EXPECT_EQ(line.options.interfaceVersion, "2.1");
   EXPECT_EQ(line.options.usersFile, "u");
+  EXPECT_TRUE(line.options.allowAnyone);
   EXPECT_EQ(line.options.limits.sessions, 3U);
+  EXPECT_EQ(line.options.limits.peerSessions, 7U);
+  EXPECT_EQ(line.options.limits.userSessions, 8U);
   EXPECT_EQ(line.options.limits.iterators, 4U);
   EXPECT_EQ(line.options.limits.iteratorIdle, std::chrono::seconds(5));
   EXPECT_EQ(line.options.limits.page, 6U);

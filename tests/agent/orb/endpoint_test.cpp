@@ -8,6 +8,7 @@
 namespace {
 
 using zk::agent::Endpoint;
+using zk::agent::isLoopback;
 using zk::agent::parseEndpoint;
 using zk::agent::textOf;
 
@@ -31,6 +32,16 @@ TEST(Endpoint, isReadFromText) {
     const Endpoint endpoint = parseEndpoint(row.text);
     EXPECT_EQ(endpoint.host, row.host) << row.text;
     EXPECT_EQ(endpoint.port, row.port) << row.text;
+  }
+}
+
+TEST(Endpoint, isOfLoopbackOnlyWhenItSaysSo) {
+  for (const char* host : {"127.0.0.1", "127.255.0.9", "::1", "localhost"}) {
+    EXPECT_TRUE(isLoopback({host, 1})) << host;
+  }
+  for (const char* host : {"", "*", "0.0.0.0", "::", "128.0.0.1", "10.127.0.1", "fe80::1",
+                           "::ffff:127.0.0.1", "127.1", "localhost.example", "host"}) {
+    EXPECT_FALSE(isLoopback({host, 1})) << host;
   }
 }
 

@@ -103,7 +103,7 @@ TEST_F(Session, takesItsManagersWithItAndLeavesOthersAlone) {
 
 TEST_F(Session, givesNothingMoreOnceItHasEnded) {
   // A request that was under way when the session ended.
-  const auto ended = agent.sessions.begin("late", agent.nmsReference.in());
+  const auto ended = agent.sessions.begin({"late", ""}, agent.nmsReference.in());
   agent.sessions.end(ended->id, "test");
   zk::agent::SessionServant servant(ended, agent.sessions, *agent.inventory, agent.events);
   common::Common_I_var manager;
@@ -111,7 +111,7 @@ TEST_F(Session, givesNothingMoreOnceItHasEnded) {
 }
 
 TEST_F(Session, endsOnceWhoeverEndsIt) {
-  const auto other = agent.sessions.begin("x", agent.nmsReference.in());
+  const auto other = agent.sessions.begin({"x", ""}, agent.nmsReference.in());
   std::vector<std::thread> threads;
   threads.reserve(4);
   for (int i = 0; i < 4; ++i) {

@@ -12,6 +12,7 @@
 #include "agent/channel/eventservice.h"
 #include "agent/ems/inventory.h"
 #include "agent/ems/inventorybackend.h"
+#include "agent/sessions/logins.h"
 #include "agent/sessions/sessions.h"
 #include "agent/sessions/sessionservants.h"
 #include "agent/sessions/users.h"
@@ -50,12 +51,14 @@ class LocalAgent {
       : inventory(zk::agent::Inventory::open(":memory:", seed)),
         backend_(*inventory),
         root_(rootAdapter()),
-        sessions(root_.in(), limits, [this] { return now; }),
+        adapter_(root_.in()),
+        logins(users, [this] { return now; }),
+        sessions(adapter_, limits, [this] { return now; }),
         events({}, [this](long session) { return sessions.isAlive(session); }) {
     before_ = zk::platform::install(&backend_);
     const PortableServer::POAManager_var manager = root_->the_POAManager();
     manager->activate();
-    servant_ = new zk::agent::FactoryServant(users, sessions, *inventory, events, "3.0");
+    servant_ = new zk::agent::FactoryServant(logins, sessions, *inventory, events, "3.0");
     factory = emsSessionFactory::EmsSessionFactory_I::_narrow(activate(servant_.in()));
     nms = new NmsDouble;
     nmsReference = nmsSession::NmsSession_I::_narrow(activate(nms));
@@ -135,11 +138,13 @@ class LocalAgent {
   zk::agent::InventoryBackend backend_;
   zk::platform::EmsBackend* before_ = nullptr;
   const PortableServer::POA_var root_;
+  zk::agent::SessionAdapter adapter_;
   CORBA::Object_var activated_;
   PortableServer::ServantBase_var servant_;
   PortableServer::ServantBase_var nmsOwner_;
 
  public:
+  zk::agent::Logins logins;
   zk::agent::Sessions sessions;
   zk::agent::EventService events;
   emsSessionFactory::EmsSessionFactory_I_var factory;

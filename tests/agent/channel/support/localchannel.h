@@ -68,6 +68,17 @@ inline PortableServer::POA_ptr rootAdapter() {
   return root._retn();
 }
 
+// One for all channels that are there at a time.
+inline std::shared_ptr<zk::agent::SessionAdapter> sessionAdapter(PortableServer::POA_ptr root) {
+  static std::weak_ptr<zk::agent::SessionAdapter> made;
+  std::shared_ptr<zk::agent::SessionAdapter> adapter = made.lock();
+  if (!adapter) {
+    adapter = std::make_shared<zk::agent::SessionAdapter>(root);
+    made = adapter;
+  }
+  return adapter;
+}
+
 class LocalChannel {
  public:
   static constexpr long SESSION = 7;
@@ -79,7 +90,7 @@ class LocalChannel {
                   onValidity();
                   return id == SESSION && alive;
                 }),
-        home(std::make_shared<zk::agent::ServantHome>(root_.in())),
+        home(std::make_shared<zk::agent::ServantHome>(*adapter_, "")),
         losses(std::make_shared<LossJournal>()),
         session(service.open(SESSION, home, losses)),
         channel(session->reference()),
@@ -121,8 +132,9 @@ class LocalChannel {
   }
 
   PortableServer::POA_var root_;
+  std::shared_ptr<zk::agent::SessionAdapter> adapter_ = sessionAdapter(root_.in());
   std::shared_ptr<zk::agent::ServantHome> consumers_ =
-      std::make_shared<zk::agent::ServantHome>(root_.in());
+      std::make_shared<zk::agent::ServantHome>(*adapter_, "");
   std::atomic<bool> alive{true};
   // Called by the cache for every client on every event.
   std::function<void()> onValidity = [] {};
