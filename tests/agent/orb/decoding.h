@@ -22,7 +22,7 @@ bool decodedByOrb(const std::string& message, const agent::Request& request);
 template <class Value>
 Parameters encodedByOrb(const Value& value) {
   return [value](CdrWriter& out) {
-    cdrMemoryStream stream;
+    cdrMemoryStream stream(0, true);  // with zeros for padding
     value >>= stream;
     out.raw(std::string(static_cast<const char*>(stream.bufPtr()), stream.bufSize()));
   };
