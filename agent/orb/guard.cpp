@@ -69,7 +69,7 @@ void Guard::complain(const std::string& peer, const std::string& what) {
   log_.logFailure(peer + what, peer + ": " + what);
 }
 
-Ruling Guard::judgeRequest(const std::string& message, Connected& connection) {
+Ruling Guard::judgeRequest(std::string& message, Connected& connection) {
   const std::optional<Request> request = readRequest(message);
   if (!request) {
     return Ruling::HANG_UP;

@@ -43,16 +43,17 @@ class Guard {
   void open();
   void awaitOpening();
 
-  // Looks at a whole message that the connection received. The key of a
-  // LocateRequest for an object that is not there for the peer becomes one that nobody has.
-  // What is not served is told in the log, now and then.
+  // Looks at a whole message that the connection received. What follows a
+  // request's parameters is cut off; the key of a LocateRequest for an object that
+  // is not there for the peer becomes one that nobody has. What is not served is
+  // told in the log, now and then.
   Ruling judge(std::string& message, Connected& connection);
 
   // A line about this peer, unless it had one like it just before.
   void complain(const std::string& peer, const std::string& what);
 
  private:
-  Ruling judgeRequest(const std::string& message, Connected& connection);
+  Ruling judgeRequest(std::string& message, Connected& connection);
   Ruling judgeLocateRequest(std::string& message, const Connected& connection);
 
   Connections connections_;

@@ -91,47 +91,6 @@ void readNewHeader(CdrReader& in, Request& request) {
   }
 }
 
-// Writes the fields of a substitute.
-class Writer {
- public:
-  explicit Writer(bool littleEndian) : littleEndian_(littleEndian) {}
-
-  void octet(std::uint8_t value) { bytes_ += static_cast<char>(value); }
-  void number(std::uint32_t value, std::size_t size) {
-    bytes_.append((size - bytes_.size() % size) % size, '\0');
-    for (std::size_t i = 0; i < size; ++i) {
-      octet(static_cast<std::uint8_t>(value >> 8 * (littleEndian_ ? i : size - 1 - i)));
-    }
-  }
-  void octets(std::string_view value) {
-    number(static_cast<std::uint32_t>(value.size()), 4);
-    bytes_ += value;
-  }
-  void text(std::string_view value) {
-    number(static_cast<std::uint32_t>(value.size() + 1), 4);
-    bytes_ += value;
-    octet(0);
-  }
-  void header(unsigned minor) {
-    bytes_ += MAGIC;
-    octet(1);
-    octet(static_cast<std::uint8_t>(minor));
-    octet(littleEndian_ ? 1 : 0);
-    octet(REQUEST);
-    number(0, 4);
-  }
-  // With the size in its place.
-  std::string message() {
-    Writer size(littleEndian_);
-    size.number(static_cast<std::uint32_t>(bytes_.size() - HEADER), 4);
-    return bytes_.replace(SIZE_AT, 4, size.bytes_);
-  }
-
- private:
-  const bool littleEndian_;
-  std::string bytes_;
-};
-
 }  // namespace
 
 std::optional<Request> readRequest(std::string_view message) {
@@ -163,27 +122,6 @@ std::optional<Request> readLocateRequest(std::string_view message) {
   request.key = request.minor < 2 ? in.octetList(MOST_KEY) : readTarget(in);
   request.parametersAt = message.size();
   return in.good() ? std::optional(request) : std::nullopt;
-}
-
-std::string substitute(const Request& request, std::string_view key, std::string_view operation) {
-  Writer out(request.littleEndian);
-  out.header(request.minor);
-  if (request.minor < 2) {
-    out.number(0, 4);  // service contexts
-    out.number(request.id, 4);
-    out.octet(request.answered ? 1 : 0);
-    out.octets(key);
-    out.text(operation);
-    out.octets("");  // principal
-  } else {
-    out.number(request.id, 4);
-    out.octet(request.answered ? REPLY_AFTER_CALL : 0);
-    out.number(KEY_ADDRESS, 4);  // after three reserved octets, in either byte order
-    out.octets(key);
-    out.text(operation);
-    out.number(0, 4);
-  }
-  return out.message();
 }
 
 }  // namespace zk::agent

@@ -1,13 +1,11 @@
 // The headers of GIOP requests, read without the ORB and before it sees them.
-// Pure: bytes in, values out. No allocation but of the substitute, no exceptions
-// but for that one's memory; any thread may call.
+// Pure: bytes in, values out. No allocation, no exceptions; any thread may call.
 #ifndef ZK_AGENT_ORB_REQUEST_H
 #define ZK_AGENT_ORB_REQUEST_H
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace zk::agent {
@@ -33,10 +31,6 @@ std::optional<Request> readRequest(std::string_view message);
 // The same for a LocateRequest. It has no operation and no parameters, and is
 // always answered.
 std::optional<Request> readLocateRequest(std::string_view message);
-
-// A request without parameters and service contexts that takes the place of
-// another: same GIOP version, byte order, id, and reply or none.
-std::string substitute(const Request& request, std::string_view key, std::string_view operation);
 
 }  // namespace zk::agent
 

@@ -12,6 +12,8 @@ namespace zk::agent {
 
 namespace {
 
+constexpr std::size_t HEADER = 12;
+constexpr std::size_t SIZE_AT = 8;
 constexpr std::uint32_t MOST_ELEMENTS = 1024;
 // More than the longest constraint, which gets an answer of its own.
 constexpr std::size_t MOST_TEXT = std::size_t{64} * 1024;
@@ -50,12 +52,12 @@ class Walk {
   Walk(std::string_view message, const Request& request)
       : message_(message), in_(message, request.littleEndian, request.parametersAt) {}
 
+  // Of parameters that pass: where they end.
+  std::size_t end() const { return in_.at(); }
+
   Verdict verdictOn(const OperationLayout& layout) {
     for (std::size_t i = 0; i < layout.count && in_.good(); ++i) {
       readValue(*layout.parameters[i]);
-    }
-    if (in_.remaining() != 0) {
-      in_.fail();
     }
     return in_.good() ? Verdict::PASS : verdict_;
   }
@@ -275,19 +277,36 @@ void Walk::expectBackward(CdrReader& in, const Layout& expected) {
   refuseUnless(offset < 0 && distance <= at && remembered_.has(at - distance, expected), in);
 }
 
+void cutMessage(std::string& message, bool littleEndian, std::size_t end) {
+  message.resize(end);
+  const std::size_t size = end - HEADER;
+  for (std::size_t i = 0; i < 4; ++i) {
+    const std::size_t at = SIZE_AT + (littleEndian ? i : 3 - i);
+    message[at] = static_cast<char>(static_cast<unsigned char>(size >> (8 * i)));
+  }
+}
+
 }  // namespace
 
-Verdict screen(std::string_view message, const Request& request) {
+Verdict screen(std::string& message, const Request& request) {
   const OperationLayouts layouts = layoutsOf(request.operation);
-  Verdict worst = layouts.first == layouts.last ? Verdict::PASS : Verdict::MARSHAL;
-  for (const OperationLayout& layout : layouts) {
-    const Verdict verdict = Walk(message, request).verdictOn(layout);
-    if (verdict == Verdict::PASS) {
-      return verdict;
-    }
-    worst = std::min(worst, verdict);
+  if (layouts.first == layouts.last) {
+    return Verdict::PASS;
   }
-  return worst;
+  Verdict best = Verdict::MARSHAL;
+  std::size_t end = 0;
+  for (const OperationLayout& layout : layouts) {
+    Walk walk(message, request);
+    const Verdict verdict = walk.verdictOn(layout);
+    best = std::min(best, verdict);
+    if (verdict == Verdict::PASS) {
+      end = std::max(end, walk.end());
+    }
+  }
+  if (best == Verdict::PASS) {
+    cutMessage(message, request.littleEndian, end);
+  }
+  return best;
 }
 
 }  // namespace zk::agent

@@ -291,8 +291,7 @@ TEST_F(Attack, whatIsNotServedIsNotImplemented) {
     const RawReply reply = zk::test::readReply(*message);
     EXPECT_EQ(reply.status, 1U);
     EXPECT_EQ(reply.exception, "IDL:mtnm.tmforum.org/globaldefs/ProcessingFailureException:1.0");
-    EXPECT_EQ(message->substr(message->size() - 9),
-              CdrText().number(0).string("").text())
+    EXPECT_EQ(message->substr(message->size() - 9), CdrText().number(0).string("").text())
         << testing::PrintToString(*message);
   }
   EXPECT_EQ(client.send(request(2, key, "noSuchThing")).reply().value_or(RawReply{}).exception,

@@ -166,27 +166,6 @@ TEST(Request, isSafeWithEveryByteChanged) {
   }
 }
 
-TEST(Request, isSubstituted) {
-  for (const Form& form : forms()) {
-    for (const bool answered : {false, true}) {
-      Sent sent;
-      sent.answered = answered ? 1 : 0;
-      sent.parameters = TEXT;
-      const std::string message = messageOf(form, sent);
-      const std::string other = substitute(*readRequest(message), "elsewhere", "refuse");
-      const auto request = readRequest(other);
-      ASSERT_TRUE(request) << form;
-      EXPECT_EQ(request->minor, form.minor);
-      EXPECT_EQ(request->littleEndian, form.little);
-      EXPECT_EQ(request->id, 0x01020304U);
-      EXPECT_EQ(request->answered, answered);
-      EXPECT_EQ(request->key, "elsewhere");
-      EXPECT_EQ(request->operation, "refuse");
-      EXPECT_EQ(request->parametersAt, other.size());
-    }
-  }
-}
-
 std::string locateRequest(const Form& form, const std::string& key, std::uint16_t addressing = 0) {
   CdrWriter out(form.little);
   out.raw("GIOP").octet(1).octet(static_cast<std::uint8_t>(form.minor)).octet(form.little ? 1 : 0);
