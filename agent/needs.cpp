@@ -17,8 +17,8 @@ namespace zk::agent {
 namespace {
 
 void throwShortage(ExitStatus what, const char* of, const std::string& amount, int reason) {
-  throw Shortage(what, std::string("out of ") + of + ": a start takes " + amount + " (" +
-                           std::strerror(reason) + ")");
+  throw CannotStart(what, std::string("out of ") + of + ": a start takes " + amount + " (" +
+                              std::strerror(reason) + ")");
 }
 
 void demandDescriptors() {

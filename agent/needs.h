@@ -11,10 +11,11 @@
 
 namespace zk::agent {
 
-// The text says what there is too little of, and what a start takes.
-class Shortage : public std::runtime_error {
+// Why the agent ends before it has begun: the status to exit with, and a line.
+class CannotStart : public std::runtime_error {
  public:
-  Shortage(ExitStatus what, const std::string& text) : std::runtime_error(text), status(what) {}
+  CannotStart(ExitStatus exitStatus, const std::string& text)
+      : std::runtime_error(text), status(exitStatus) {}
 
   const ExitStatus status;
 };
@@ -27,7 +28,8 @@ class Needs {
   static constexpr int MEBIBYTES = 64;
 };
 
-// Takes all that for a moment. Throws Shortage when it is not to be had.
+// Takes all that for a moment. Throws CannotStart, saying what there is too little
+// of.
 void demandNeeds();
 
 }  // namespace zk::agent

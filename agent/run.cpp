@@ -18,11 +18,6 @@ namespace zk::agent {
 
 namespace {
 
-class StrangersError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 int fail(ExitStatus status, const char* reason) {
   std::fprintf(stderr, "zk-agent: %s\n", reason);
   return status;
@@ -56,8 +51,9 @@ void awaitStopSignal() {
 // Without users, strangers are kept out by where the agent listens.
 void refuseStrangers(const Options& options) {
   if (options.usersFile.empty() && !options.allowAnyone && !isLoopback(options.listen)) {
-    throw StrangersError("whoever reaches " + textOf(options.listen) +
-                         " could log in: give --users, or --allow-anyone if that is wanted");
+    throw CannotStart(EXIT_USAGE,
+                      "whoever reaches " + textOf(options.listen) +
+                          " could log in: give --users, or --allow-anyone if that is wanted");
   }
 }
 
@@ -89,9 +85,7 @@ int runAgent(const Options& options) {
     const Agent agent(options);
     awaitStopSignal();
     return EXIT_STOPPED;
-  } catch (const StrangersError& refused) {
-    return fail(EXIT_USAGE, refused.what());
-  } catch (const Shortage& failure) {
+  } catch (const CannotStart& failure) {
     return fail(failure.status, failure.what());
   } catch (const ListenError& failure) {
     return fail(EXIT_CANNOT_LISTEN, failure.what());

@@ -1,7 +1,5 @@
 #include "agent/sessions/sessions.h"
 
-#include <algorithm>
-
 #include "agent/base/log.h"
 #include "agent/channel/eventservice.h"
 #include "agent/sessions/nmscalls.h"
@@ -79,17 +77,14 @@ void Sessions::refuseBeyondLimits(const Caller& caller) const {
     throw refusal(globaldefs::EXCPT_CAPACITY_EXCEEDED, "the agent is stopping");
   }
   refuseBeyond(limits_.sessions, sessions_.size(), "the agent serves ");
-  const auto with = [this](auto matches) {
-    return static_cast<std::size_t>(
-        std::count_if(sessions_.begin(), sessions_.end(),
-                      [&](const auto& entry) { return matches(*entry.second); }));
-  };
-  refuseBeyond(limits_.peerSessions,
-               with([&](const Session& session) { return session.peer == caller.peer; }),
-               "the agent serves your host ");
-  refuseBeyond(limits_.userSessions,
-               with([&](const Session& session) { return session.user == caller.user; }),
-               "the agent serves this user ");
+  std::size_t ofPeer = 0;
+  std::size_t ofUser = 0;
+  for (const auto& [id, session] : sessions_) {
+    ofPeer += session->peer == caller.peer ? 1 : 0;
+    ofUser += session->user == caller.user ? 1 : 0;
+  }
+  refuseBeyond(limits_.peerSessions, ofPeer, "the agent serves your host ");
+  refuseBeyond(limits_.userSessions, ofUser, "the agent serves this user ");
 }
 
 std::shared_ptr<Session> Sessions::begin(const Caller& caller,

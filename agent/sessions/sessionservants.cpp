@@ -81,12 +81,21 @@ void FactoryServant::getEmsSession(const char* user, const char* password,
     const Caller caller{user, callingPeer()};
     logins_.check(caller, password);
     const std::shared_ptr<Session> session = sessions_.begin(caller, client);
-    const PortableServer::ServantBase_var owner =
-        new SessionServant(session, sessions_, inventory_, events_);
-    ServantHome::Ticket ticket = 0;
-    const CORBA::Object_var reference = session->servants->open(owner.in(), ticket);
-    emsSessionInterface = emsSession::EmsSession_I::_narrow(reference.in());
+    try {
+      emsSessionInterface = open(session);
+    } catch (...) {
+      sessions_.end(session->id, "the NMS could not be given it");
+      throw;
+    }
   });
+}
+
+emsSession::EmsSession_I_ptr FactoryServant::open(const std::shared_ptr<Session>& session) {
+  const PortableServer::ServantBase_var owner =
+      new SessionServant(session, sessions_, inventory_, events_);
+  ServantHome::Ticket ticket = 0;
+  const CORBA::Object_var reference = session->servants->open(owner.in(), ticket);
+  return emsSession::EmsSession_I::_narrow(reference.in());
 }
 
 SessionServant::SessionServant(std::shared_ptr<Session> session, Sessions& sessions,

@@ -29,6 +29,8 @@ class FactoryServant : public virtual POA_emsSessionFactory::EmsSessionFactory_I
                      emsSession::EmsSession_I_out emsSessionInterface) override;
 
  private:
+  emsSession::EmsSession_I_ptr open(const std::shared_ptr<Session>& session);
+
   Logins& logins_;
   Sessions& sessions_;
   Inventory& inventory_;
