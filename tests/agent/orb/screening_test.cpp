@@ -37,7 +37,6 @@ using zk::test::forms;
 using zk::test::messageOf;
 using zk::test::Parameters;
 using zk::test::resized;
-using zk::test::Sent;
 
 constexpr std::uint32_t STRUCT = 15;
 constexpr std::uint32_t ENUM = 17;
