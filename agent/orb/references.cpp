@@ -1,5 +1,7 @@
 #include "agent/orb/references.h"
 
+#include <algorithm>
+
 namespace zk::agent {
 
 namespace {
@@ -21,12 +23,12 @@ enum class Component : std::uint32_t {
   OTHER_ADDRESS = 3,
   SSL = 20,
   SECURITY = 33,
+  TLS = 36,  // in the one before
   SENDERS_CONNECTION = 0x41545401,
   UNIX_ADDRESS = 0x41545402,
 };
 
-// The ORB opens an encapsulation with two numbers without asking for its length.
-constexpr std::size_t SMALLEST_SECURITY = 8;
+constexpr std::size_t SMALLEST_SSL = 8;  // two numbers that the ORB reads in any case
 
 // Values with a byte order of their own.
 class Encapsulation : public CdrReader {
@@ -37,18 +39,65 @@ class Encapsulation : public CdrReader {
   }
 };
 
-void readCodeSets(CdrReader& in) {
-  in.uint32();  // the native one
+// A number, and that many of what read reads. Fails when there cannot be so many.
+template <class Read>
+void readEach(CdrReader& in, std::size_t most, const Read& read) {
   const std::uint32_t count = in.uint32();
-  if (count > MOST_CODE_SETS) {
+  if (count > most) {
     in.fail();
   }
-  in.octets(std::size_t{4} * count);
+  for (std::uint32_t i = 0; i < count && in.good(); ++i) {
+    read();
+  }
 }
 
+void readCodeSets(CdrReader& in) {
+  in.uint32();  // the native one
+  readEach(in, MOST_CODE_SETS, [&] { in.uint32(); });
+}
+
+bool isHostCharacter(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+         std::string_view(".:-_%").find(c) != std::string_view::npos;
+}
+
+// The ORB writes it as a text and reads that again.
 void readAddress(CdrReader& in) {
-  in.text(MOST_HOST);
+  const std::string_view host = in.text(MOST_HOST);
+  if (!std::all_of(host.begin(), host.end(), isHostCharacter)) {
+    in.fail();
+  }
   in.uint16();
+}
+
+bool isTlsGood(std::string_view data) {
+  Encapsulation in(data);
+  in.uint16();
+  in.uint16();
+  readEach(in, in.remaining(), [&] { readAddress(in); });
+  return in.good();
+}
+
+void readSecurityMechanism(CdrReader& in) {
+  in.uint16();
+  const auto transport = Component{in.uint32()};
+  const std::string_view data = in.octetList(MOST_PROFILE);
+  if (transport == Component::TLS && !isTlsGood(data)) {
+    in.fail();
+  }
+  in.uint16();  // of authentication
+  in.uint16();
+  in.octetList(MOST_PROFILE);
+  in.octetList(MOST_PROFILE);
+  in.uint16();  // of attributes
+  in.uint16();
+  // The ORB takes no more than the transport's bytes.
+  readEach(in, data.size(), [&] {
+    in.uint32();
+    in.octetList(MOST_PROFILE);
+  });
+  readEach(in, in.remaining(), [&] { in.octetList(MOST_PROFILE); });
+  in.uint32();
 }
 
 bool isComponentGood(Component kind, std::string_view data) {
@@ -65,8 +114,13 @@ bool isComponentGood(Component kind, std::string_view data) {
       readAddress(in);
       return in.good();
     case Component::SSL:
+      return in.good() && data.size() >= SMALLEST_SSL;
     case Component::SECURITY:
-      return in.good() && data.size() >= SMALLEST_SECURITY;
+      in.boolean();
+      readEach(in, data.size(), [&] { readSecurityMechanism(in); });
+      return in.good();
+    case Component::TLS:
+      return true;  // not opened here
     case Component::SENDERS_CONNECTION:
       return false;
     case Component::UNIX_ADDRESS:
@@ -78,16 +132,12 @@ bool isComponentGood(Component kind, std::string_view data) {
 }
 
 void readComponents(CdrReader& in) {
-  const std::uint32_t count = in.uint32();
-  if (count > MOST_COMPONENTS) {
-    in.fail();
-  }
-  for (std::uint32_t i = 0; i < count && in.good(); ++i) {
+  readEach(in, MOST_COMPONENTS, [&] {
     const auto kind = Component{in.uint32()};
     if (!isComponentGood(kind, in.octetList(MOST_PROFILE))) {
       in.fail();
     }
-  }
+  });
 }
 
 void readInternetProfile(CdrReader& in) {
@@ -120,16 +170,12 @@ bool isProfileGood(Profile kind, std::string_view data) {
 
 void readReference(CdrReader& in) {
   in.text(MOST_TYPE_ID);
-  const std::uint32_t count = in.uint32();
-  if (count > MOST_PROFILES) {
-    in.fail();
-  }
-  for (std::uint32_t i = 0; i < count && in.good(); ++i) {
+  readEach(in, MOST_PROFILES, [&] {
     const auto kind = Profile{in.uint32()};
     if (!isProfileGood(kind, in.octetList(MOST_PROFILE))) {
       in.fail();
     }
-  }
+  });
 }
 
 }  // namespace zk::agent

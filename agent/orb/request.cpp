@@ -35,7 +35,7 @@ bool readHeader(std::string_view message, char kind, Request& request) {
   if (message[6] != 0 && message[6] != 1) {
     return false;
   }
-  request.minor = static_cast<unsigned>(message[5]);
+  request.minor = static_cast<unsigned char>(message[5]);
   request.littleEndian = message[6] == 1;
   CdrReader size(message, request.littleEndian, SIZE_AT);
   return size.uint32() == message.size() - HEADER;

@@ -26,7 +26,7 @@ Value decoded(cdrStream& in) {
   const Value copy(value);
   cdrMemoryStream out;
   copy >>= out;
-  return copy;
+  return value;
 }
 
 template <class... Values>

@@ -11,7 +11,6 @@ namespace {
 
 using zk::agent::readLocateRequest;
 using zk::agent::readRequest;
-using zk::agent::Request;
 using zk::test::CdrWriter;
 using zk::test::Form;
 using zk::test::forms;

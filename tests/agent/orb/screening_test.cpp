@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -37,7 +38,6 @@ using zk::test::forms;
 using zk::test::messageOf;
 using zk::test::Parameters;
 using zk::test::resized;
-using zk::test::Sent;
 
 constexpr std::uint32_t STRUCT = 15;
 constexpr std::uint32_t ENUM = 17;
@@ -141,8 +141,36 @@ Parameters reference(const std::function<void(Profile&)>& change = {}) {
   };
 }
 
+// One mechanism, over TLS at one address.
+std::string security(bool little, std::uint32_t authorities, const std::string& host = "nms") {
+  CdrWriter tls = CdrWriter::encapsulation(little);
+  tls.uint16(1).uint16(1).uint32(1).text(host).uint16(5816);
+  CdrWriter out = CdrWriter::encapsulation(little);
+  out.octet(0).uint32(1).uint16(0).uint32(36).octets(tls.bytes());
+  out.uint16(0).uint16(0).octets("").octets("");
+  out.uint16(0).uint16(0).uint32(authorities);
+  for (std::uint32_t i = 0; i < std::min(authorities, 9U); ++i) {
+    out.uint32(1).octets("name");
+  }
+  return out.uint32(1).octets("oid").uint32(0).bytes();
+}
+
 Parameters login(const Parameters& session) {
   return [session](CdrWriter& out) { session(out.text("operator").text("secret")); };
+}
+
+// A session whose profile has the component.
+Parameters withComponent(std::uint32_t tag, const std::function<std::string(bool)>& component) {
+  return login([=](CdrWriter& out) {
+    reference([&](Profile& profile) {
+      profile.componentTag = tag;
+      profile.component = component(out.little());
+    })(out);
+  });
+}
+
+std::string address(bool little, const std::string& host) {
+  return CdrWriter::encapsulation(little).text(host).uint16(1).bytes();
 }
 
 struct Row {
@@ -173,6 +201,12 @@ const std::vector<Row>& accepted() {
          profile.componentTag = 99;
          profile.component = "x";
        }))},
+      {"another address", "getEmsSession",
+       withComponent(3, [](bool little) { return address(little, "fe80::1%eth0"); })},
+      {"a secure port", "getEmsSession",
+       withComponent(20, [](bool) { return std::string(8, '\0'); })},
+      {"a security mechanism", "getEmsSession",
+       withComponent(33, [](bool little) { return security(little, 1); })},
       {"many constraints", "add_constraints",
        [](CdrWriter& out) {
          list(out, 65, [](CdrWriter& one) {
@@ -370,6 +404,16 @@ const std::vector<Row>& damaged() {
          profile.componentTag = 3;
          profile.component = std::string("\0\0\0\0", 4);
        }))},
+      {"a host that is none", "getEmsSession",
+       withComponent(3, [](bool little) { return address(little, "a]b:c"); })},
+      {"a secure host that is none", "getEmsSession",
+       withComponent(33, [](bool little) { return security(little, 1, "a b"); })},
+      {"more authorities than bytes", "getEmsSession",
+       withComponent(33, [](bool little) { return security(little, 0x40000001); })},
+      {"a security mechanism cut short", "getEmsSession",
+       withComponent(33, [](bool little) { return security(little, 1).substr(0, 40); })},
+      {"a short secure port", "getEmsSession",
+       withComponent(20, [](bool) { return std::string(7, '\0'); })},
       {"the sender's connection", "getEmsSession",
        login(reference([](Profile& profile) { profile.componentTag = 0x41545401; }))},
   };
