@@ -2,6 +2,7 @@
 
 #include "agent/admin/emsadminservant.h"
 #include "agent/base/log.h"
+#include "agent/base/stopdeadline.h"
 #include "agent/sessions/nmscalls.h"
 #include "agent/sessions/sessionservants.h"
 
@@ -79,9 +80,13 @@ Serving::Serving(const Options& options, Logins& logins, Inventory& inventory, T
 }
 
 Serving::~Serving() {
+  enterStop("telling NMSs that their sessions end");
   endSessionsOf(sessions_.endAll("the agent stops"));
+  enterStop("waiting for events that are being pushed");
   events_.stop();
+  enterStop("waiting for requests in progress");
   orb_.stop();
+  enterStop("closing the inventory");
   logCourse("stopped serving");
 }
 

@@ -10,6 +10,7 @@
 
 #include "agent/agent.h"
 #include "agent/base/log.h"
+#include "agent/base/stopdeadline.h"
 #include "agent/needs.h"
 #include "zk_quornex/platform/default/configuration.h"
 #include "zk_quornex/platform/default/logs.h"
@@ -17,6 +18,8 @@
 namespace zk::agent {
 
 namespace {
+
+constexpr unsigned STOP_SECONDS = 4;
 
 int fail(ExitStatus status, const char* reason) {
   std::fprintf(stderr, "zk-agent: %s\n", reason);
@@ -84,6 +87,7 @@ int runAgent(const Options& options) {
     setUpPlatform(options);
     const Agent agent(options);
     awaitStopSignal();
+    beginStopDeadline(STOP_SECONDS);
     return EXIT_STOPPED;
   } catch (const CannotStart& failure) {
     return fail(failure.status, failure.what());

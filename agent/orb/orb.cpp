@@ -142,7 +142,7 @@ CORBA::Object_ptr limited(CORBA::Object_ptr object, std::chrono::milliseconds li
 
 #endif
 
-constexpr std::chrono::milliseconds PATIENCE{2000};  // with clients, when the agent stops
+constexpr std::chrono::milliseconds PATIENCE{1000};  // with clients, when the agent stops
 
 // Until the ORB is shut down, which may come first.
 void run(CORBA::ORB_ptr orb) {

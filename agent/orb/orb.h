@@ -44,7 +44,7 @@ class Orb {
   void serve();
   // Waits for requests in progress; none begins afterwards, and the adapter and
   // its servants are gone. Calls to others are still possible before it only.
-  // Who is still connected after two seconds is cut off.
+  // Who is still connected after a second is cut off.
   void stop();
 
  private:

@@ -1,5 +1,6 @@
 #include "agent/sessions/nmscalls.h"
 
+#include <system_error>
 #include <thread>
 
 #include "agent/base/log.h"
@@ -59,7 +60,11 @@ void endSessionsOf(const std::vector<nmsSession::NmsSession_I_var>& clients) {
   std::vector<std::thread> calls;
   calls.reserve(clients.size());
   for (const nmsSession::NmsSession_I_var& client : clients) {
-    calls.emplace_back([&client] { NmsCalls(client.in(), FAREWELL_LIMIT).endSession(); });
+    try {
+      calls.emplace_back([&client] { NmsCalls(client.in(), FAREWELL_LIMIT).endSession(); });
+    } catch (const std::system_error& failure) {
+      logFailure(std::string("an NMS was not told that its session ended: ") + failure.what());
+    }
   }
   for (std::thread& call : calls) {
     call.join();
