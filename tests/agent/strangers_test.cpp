@@ -68,7 +68,7 @@ class Strangers : public testing::Test {
 
   // A users file with one user, "operator".
   std::string usersFile() {
-    const std::string users = agent.folder.file("users");
+    std::string users = agent.folder.file("users");
     const auto passwd = agent.run({"passwd", "--users", users, "operator"}, "s3cret-w0rd\n");
     EXPECT_EQ(passwd->waitForEnd().value_or(-1), 0) << passwd->output();
     return users;
@@ -209,6 +209,7 @@ TEST_F(Strangers, guessOncePerPauseHoweverManyTheyAre) {
   const std::string ior = textOf(nms.reference.in());
   std::atomic<int> refused{0};
   std::vector<std::thread> guessers;
+  guessers.reserve(16);
   const auto begin = std::chrono::steady_clock::now();
   for (int i = 0; i < 16; ++i) {
     guessers.emplace_back([&, i] {

@@ -175,6 +175,9 @@ TEST(CommandLine, showsHelpAndVersion) {
   EXPECT_EQ(parsed({"--help"}).exitStatus.value_or(-1), 0);
   const std::string help = testing::internal::GetCapturedStdout();
   EXPECT_NE(help.find("Exit status:"), std::string::npos);
+  for (const char* shortage : {"8   out of memory", "9   out of threads", "10  out of file"}) {
+    EXPECT_NE(help.find(shortage), std::string::npos) << shortage;
+  }
   EXPECT_NE(help.find("Examples:"), std::string::npos);
   testing::internal::CaptureStdout();
   EXPECT_EQ(parsed({"--version"}).exitStatus.value_or(-1), 0);

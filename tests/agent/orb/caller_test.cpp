@@ -50,7 +50,7 @@ TEST(SessionObject, isFoundInItsKeyAndInNoOther) {
   EXPECT_EQ(sessionObjectIn(path), "");
   for (const std::string& key :
        {std::string(), id, std::string("EmsSessionFactory"), path.substr(0, path.size() - 1),
-        path.substr(1) + id, "x" + path + id}) {
+        path.substr(1) + id, std::string("x").append(path).append(id)}) {
     EXPECT_FALSE(sessionObjectIn(key));
   }
 }

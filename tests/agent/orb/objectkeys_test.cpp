@@ -65,8 +65,8 @@ TEST(ObjectKeys, showNothingButChance) {
     before = id;
   }
   for (std::size_t bit = 0; bit < 128; ++bit) {
-    EXPECT_NEAR(set[bit], MANY / 2, 1600) << bit;
-    EXPECT_NEAR(changed[bit], MANY / 2, 1600) << bit;
+    EXPECT_NEAR(set[bit], MANY / 2.0, 1600) << bit;
+    EXPECT_NEAR(changed[bit], MANY / 2.0, 1600) << bit;
   }
 }
 
@@ -74,6 +74,7 @@ TEST(ObjectKeys, areKeptByManyThreadsAtOnce) {
   ObjectKeys keys;
   std::atomic<int> wrong{0};
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([&, own = std::to_string(thread)] {
       for (int i = 0; i < 2000; ++i) {

@@ -117,6 +117,8 @@ TEST_F(UsersFile, takesNoNameThatItCouldNotHold) {
   }
   EXPECT_THROW(setPassword(path, std::string(65, 'a'), "secret"), UsersError);
   EXPECT_THROW(setPassword(path, "operator", ""), UsersError);
+  EXPECT_THROW(setPassword(path, "operator", std::string(257, 'x')), UsersError);
+  EXPECT_NO_THROW(setPassword(path, "operator", std::string(256, 'x')));
 }
 
 TEST_F(UsersFile, isLeftAsItWasWhenItCannotBeUnderstood) {
