@@ -65,8 +65,16 @@ Parameters property(const Parameters& any) {
   return [any](CdrWriter& out) { any(out.uint32(1).text("Priority")); };
 }
 
+void properties(CdrWriter& out, std::uint32_t count) {
+  out.uint32(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    out.text("").uint32(0);
+  }
+}
+
 const std::vector<Row>& accepted() {
   static const std::vector<Row> rows = {
+      {"as many as may be", "set_qos", [](CdrWriter& out) { properties(out, 256); }},
       {"no value", "set_qos", property([](CdrWriter& out) { out.uint32(0); })},
       {"a short", "set_qos", property([](CdrWriter& out) { out.uint32(2).uint16(1); })},
       {"a long", "set_qos", property([](CdrWriter& out) { out.uint32(3).uint32(1); })},
@@ -143,6 +151,7 @@ const std::vector<Row>& unwanted() {
        })},
       {"a wide text", "set_qos",
        property([](CdrWriter& out) { out.uint32(27).uint32(0).uint32(0); })},
+      {"too many", "set_qos", [](CdrWriter& out) { properties(out, 257); }},
       {"a kind there is not", "set_qos", property([](CdrWriter& out) { out.uint32(1000); })},
       {"a struct with another name", "match",
        [](CdrWriter& out) { pairType(out, "Other"), out.text("a").text("b"); }},
