@@ -18,8 +18,11 @@ constexpr std::uint32_t MOST_ELEMENTS = 1024;
 // More than the longest constraint, which gets an answer of its own.
 constexpr std::size_t MOST_TEXT = std::size_t{64} * 1024;
 constexpr std::size_t MOST_VALUES = std::size_t{64} * 1024;
+// Each takes the ORB many times the memory of its bytes: 5 with a large type, 16 with
+// a short.
+constexpr std::size_t MOST_ANYS = 256;
 // An attribute list of a notification holds Anys, and lies in one.
-constexpr int MOST_ANYS = 2;
+constexpr int MOST_NESTED_ANYS = 2;
 constexpr std::size_t MOST_ID = 255;
 constexpr std::size_t MOST_REMEMBERED = 64;
 
@@ -90,11 +93,12 @@ class Walk {
   CdrReader in_;
   Verdict verdict_ = Verdict::MARSHAL;
   std::size_t values_ = 0;
-  int anys_ = 0;  // open ones
+  std::size_t anys_ = 0;
+  int openAnys_ = 0;
   Remembered remembered_;
 };
 
-// Depth is that of the IDL's types, twice at most.
+// The depth is that of the IDL's types, times that of Anys.
 void Walk::readValue(const Layout& layout) {  // NOLINT(misc-no-recursion)
   refuseUnless(++values_ <= MOST_VALUES, in_);
   switch (layout.kind) {
@@ -172,7 +176,7 @@ void Walk::readList(const Layout& list) {  // NOLINT(misc-no-recursion)
 }
 
 void Walk::readAny() {  // NOLINT(misc-no-recursion)
-  refuseUnless(++anys_ <= MOST_ANYS, in_);
+  refuseUnless(++anys_ <= MOST_ANYS && ++openAnys_ <= MOST_NESTED_ANYS, in_);
   const CdrReader before = in_;
   const auto kind = Kind{in_.uint32()};
   if (kind == Kind::STRING) {
@@ -183,7 +187,7 @@ void Walk::readAny() {  // NOLINT(misc-no-recursion)
   } else {
     refuseUnless(readPlain(kind), in_);
   }
-  --anys_;
+  --openAnys_;
 }
 
 // The repository id names the one type that may follow.

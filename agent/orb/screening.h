@@ -17,7 +17,8 @@ enum class Verdict {
 };
 
 // request: as read from the message. The parameters of a known operation pass when
-// - a list has at most 1024 elements, a text 64 KiB, and all of it 65536 values;
+// - a list has at most 1024 elements, a text 64 KiB, and all of it 65536 values,
+//   256 Anys among them;
 // - booleans are 0 or 1, enums in range, references sound;
 // - an Any holds a number, a boolean, a character, a text or nothing, or exactly a
 //   type of the IDL, names included, and is at most the Any in an Any.

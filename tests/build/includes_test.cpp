@@ -255,9 +255,10 @@ TEST(IncludeRules, leaveTheParserOfOptionsToOneRoom) {
 
 // All is written against the mapping that the ORBs share, but for these.
 TEST(IncludeRules, leaveTheOrbToFewFiles) {
-  const Places knowing = {"zk_quornex/idl/corba.h",  "agent/orb/orb.cpp",
-                          "agent/orb/transport.cpp", "nms/wire/orb.cpp",
-                          "tests/support/orb.cpp",   "tests/build/includes_test.cpp"};
+  const Places knowing = {"zk_quornex/idl/corba.h",     "agent/orb/orb.cpp",
+                          "agent/orb/transport.cpp",    "nms/wire/orb.cpp",
+                          "tests/support/orb.cpp",      "tests/build/includes_test.cpp",
+                          "tests/agent/orb/decoding.h", "tests/agent/orb/decoding.cpp"};
   const std::regex orbName(
       "omniORB|omni_thread|omnithread|omniINS|ORB_TAO|\\bTAO\\b|[<\"](tao/(?!pegtl)|COS/|orbsvcs/"
       ")");
