@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "agent/ems/alarms.h"
-#include "agent/ems/delivery.h"
+#include "agent/ems/changes.h"
 #include "agent/ems/objects.h"
 #include "zk_quornex/platform/threadsafety.h"
 
