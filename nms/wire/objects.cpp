@@ -108,8 +108,7 @@ topologyMap::TopologyMapMgr_I_var topologyMapManager(Connection& connection) {
   return connection.manager<topologyMap::TopologyMapMgr_I>("TopologyMap");
 }
 
-void eachElement(Connection& connection,
-                 const std::function<void(const managedElement::ManagedElement_T&)>& each) {
+void eachElement(Connection& connection, const Each<managedElement::ManagedElement_T>& each) {
   using namespace managedElement;
   drainAnswer<ManagedElementList_T_var, ManagedElementIterator_I_var>(
       connection.page(),
@@ -119,9 +118,8 @@ void eachElement(Connection& connection,
       each);
 }
 
-void eachSubnetwork(
-    Connection& connection,
-    const std::function<void(const multiLayerSubnetwork::MultiLayerSubnetwork_T&)>& each) {
+void eachSubnetwork(Connection& connection,
+                    const Each<multiLayerSubnetwork::MultiLayerSubnetwork_T>& each) {
   using namespace multiLayerSubnetwork;
   drainAnswer<SubnetworkList_T_var, SubnetworkIterator_I_var>(
       connection.page(),
@@ -131,8 +129,7 @@ void eachSubnetwork(
       each);
 }
 
-void eachLink(Connection& connection,
-              const std::function<void(const topologicalLink::TopologicalLink_T&)>& each) {
+void eachLink(Connection& connection, const Each<topologicalLink::TopologicalLink_T>& each) {
   using namespace topologicalLink;
   drainAnswer<TopologicalLinkList_T_var, TopologicalLinkIterator_I_var>(
       connection.page(),
@@ -143,7 +140,7 @@ void eachLink(Connection& connection,
 }
 
 void eachMapObject(Connection& connection, const std::string& kind,
-                   const std::function<void(const topologyMap::MapObject_T&)>& each) {
+                   const Each<topologyMap::MapObject_T>& each) {
   using namespace topologyMap;
   const CORBA::ULong page = connection.page();
   drainAnswer<MapObjectList_T_var, MapObjectIterator_I_var>(
@@ -162,7 +159,7 @@ void eachMapObject(Connection& connection, const std::string& kind,
 }
 
 void eachName(Connection& connection, const std::string& kind,
-              const std::function<void(const globaldefs::NVSList_T&)>& each) {
+              const Each<globaldefs::NVSList_T>& each) {
   using namespace globaldefs;
   if (isMapKind(kind)) {
     eachMapObject(connection, kind,
