@@ -71,10 +71,7 @@ class QueueingPusher : public EventPusher {
   }
 };
 
-Replaceable<EventPusher>& pusher() {
-  static Replaceable<EventPusher> current(&immortal<QueueingPusher>());
-  return current;
-}
+Replaceable<EventPusher>& pusher() { return replaceable<EventPusher, QueueingPusher>(); }
 
 }  // namespace
 

@@ -122,10 +122,7 @@ constexpr int PLAIN = 4;
 // A constant initialiser: good before any static initialiser runs.
 std::atomic<int> highestLevel{STANDARD_TRACE_LEVEL};
 
-Replaceable<TraceSink>& traceSink() {
-  static Replaceable<TraceSink> current(&immortal<LogTraceSink>());
-  return current;
-}
+Replaceable<TraceSink>& traceSink() { return replaceable<TraceSink, LogTraceSink>(); }
 
 inline bool isOff(int level) { return level > highestLevel.load(std::memory_order_relaxed); }
 
