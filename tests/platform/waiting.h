@@ -28,7 +28,14 @@ class Gate {
  public:
   void pass() {
     std::unique_lock<std::mutex> lock(mutex_);
+    entered_ = true;
     changed_.wait_for(lock, DEADLINE, [this] { return open_; });
+  }
+
+  // Whether anybody came to pass.
+  bool entered() {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    return entered_;
   }
 
   void open() {
@@ -40,6 +47,7 @@ class Gate {
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
+  bool entered_ = false;
   bool open_ = false;
 };
 
