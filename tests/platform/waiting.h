@@ -16,7 +16,9 @@ template <class Condition>
 bool becomesTrue(Condition condition) {
   const auto end = std::chrono::steady_clock::now() + DEADLINE;
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
+    if (std::chrono::steady_clock::now() > end) {
+      return false;
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   return true;

@@ -90,7 +90,9 @@ class NamedLog : public NS_BUNDLEMGR1::LogProxy {
   // The log ends its lines itself: a line end that closes the text is left out.
   void Write(const char* text) override {
     std::string_view line(text != nullptr ? text : "(null)");
-    if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+    if (!line.empty() && line.back() == '\n') {
+      line.remove_suffix(1);
+    }
     logger_->log(severity_, spdlog::string_view_t(line.data(), line.size()));
   }
 
@@ -128,7 +130,9 @@ inline bool isOff(int level) { return level > highestLevel.load(std::memory_orde
 
 // Levels from below the first are not written: sinks know 1 to 4.
 void write(int level, const char* text) {
-  if (level >= 1) traceSink().get()->write(level, *NS_CORBA::GetTss(), text);
+  if (level >= 1) {
+    traceSink().get()->write(level, *NS_CORBA::GetTss(), text);
+  }
 }
 
 // Formats on the stack; only a text longer than that costs an allocation.
@@ -179,12 +183,16 @@ TraceRecord* GetTss() {
 }
 
 void TaDebug(int level, const char* text) {
-  if (zk::platform::isOff(level)) return;
+  if (zk::platform::isOff(level)) {
+    return;
+  }
   zk::platform::write(level, text != nullptr ? text : "(null)");
 }
 
 void TaDebugWithPara(int level, const char* format, ...) {
-  if (zk::platform::isOff(level)) return;
+  if (zk::platform::isOff(level)) {
+    return;
+  }
   va_list arguments;
   va_start(arguments, format);
   zk::platform::writeFormatted(level, format, arguments);
@@ -192,7 +200,9 @@ void TaDebugWithPara(int level, const char* format, ...) {
 }
 
 void TaTrace(const char* format, ...) {
-  if (zk::platform::isOff(zk::platform::PLAIN)) return;
+  if (zk::platform::isOff(zk::platform::PLAIN)) {
+    return;
+  }
   va_list arguments;
   va_start(arguments, format);
   zk::platform::writeFormatted(zk::platform::PLAIN, format, arguments);
