@@ -219,11 +219,6 @@ std::vector<DisplayLinkRecord> Inventory::displayLinks(const std::vector<std::st
   return impl_->findAll<DisplayLinkRecord>(ids);
 }
 
-std::vector<PhysicalLinkRecord> Inventory::physicalLinks(
-    const std::vector<std::string>& ids) const {
-  return impl_->findAll<PhysicalLinkRecord>(ids);
-}
-
 long Inventory::count(ObjectKind kind) const {
   return impl_->query([&](Network& network) { return network.objects.count(kind); });
 }

@@ -37,23 +37,11 @@ topologyMap::MapObject_T labelled(const ObjectKey& key, const Labels& labels) {
 }
 
 multiLayerSubnetwork::Topology_T topologyOf(Topology topology) {
-  switch (topology) {
-    case Topology::SINGLE:
-      return multiLayerSubnetwork::TOPO_SINGLETON;
-    case Topology::CHAIN:
-      return multiLayerSubnetwork::TOPO_CHAIN;
-    case Topology::PATH_RING:
-      return multiLayerSubnetwork::TOPO_PSR;
-    case Topology::OPEN_PATH_RING:
-      return multiLayerSubnetwork::TOPO_OPEN_PSR;
-    case Topology::SHARED_RING:
-      return multiLayerSubnetwork::TOPO_SPRING;
-    case Topology::OPEN_SHARED_RING:
-      return multiLayerSubnetwork::TOPO_OPEN_SPRING;
-    case Topology::MESH:
-      break;
-  }
-  return multiLayerSubnetwork::TOPO_MESH;
+  using namespace multiLayerSubnetwork;
+  constexpr std::array<Topology_T, 6> TOPOLOGIES{TOPO_SINGLETON, TOPO_CHAIN,  TOPO_PSR,
+                                                 TOPO_OPEN_PSR,  TOPO_SPRING, TOPO_OPEN_SPRING};
+  const auto number = static_cast<std::size_t>(topology);
+  return number < TOPOLOGIES.size() ? TOPOLOGIES[number] : TOPO_MESH;
 }
 
 // The number of the layer rate; 0 is none of them.
