@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "nms/commands/program.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/objects.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {

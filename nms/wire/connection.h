@@ -90,9 +90,6 @@ class Connection {
   // Entries to ask for at a time.
   CORBA::ULong page() const { return page_; }
 
-  // Whether the agent has ended the session.
-  bool endedByAgent() const { return nmsSession_->ended(); }
-
   // For the callbacks that commands offer to the agent.
   Orb& orb() { return orb_; }
 

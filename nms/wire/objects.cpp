@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "nms/wire/lists.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/text.h"
 
 namespace zk::nms {
