@@ -216,9 +216,9 @@ bool ParseTPLayeredName(const char* name, std::map<std::string, unsigned long>& 
 
 bool CheckTPValues(const std::map<std::string, unsigned long>& values, unsigned int templateId) {
   const ValueRule rule = ruleOf(templateId);
-  return rule == nullptr ||
-         std::all_of(values.begin(), values.end(),
-                     [rule](const auto& entry) { return rule(entry.first, entry.second); });
+  return rule == nullptr || std::all_of(values.begin(), values.end(), [rule](const auto& entry) {
+           return rule(entry.first, entry.second);
+         });
 }
 
 }  // namespace NS_QUORCORBA
