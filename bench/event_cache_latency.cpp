@@ -18,7 +18,6 @@ namespace zk::bench {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using NS_QUORCORBA::NXListSignal;
 using NS_QUORCORBA::NXMessageMgr;
 
 constexpr long CLASS = 10;

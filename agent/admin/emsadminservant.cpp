@@ -7,10 +7,9 @@
 #include "agent/base/log.h"
 #include "agent/base/sequences.h"
 #include "agent/sessions/nmscalls.h"
-#include "agent/tmf/alarmevent.h"
 #include "agent/tmf/errors.h"
 #include "agent/tmf/names.h"
-#include "agent/tmf/objectkinds.h"
+#include "agent/tmf/nmsrecords.h"
 
 namespace zk::agent {
 

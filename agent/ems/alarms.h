@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "agent/ems/delivery.h"
+#include "agent/ems/changes.h"
 #include "agent/ems/tables.h"
 
 namespace zk::agent {

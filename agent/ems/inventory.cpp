@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "agent/ems/alarms.h"
-#include "agent/ems/delivery.h"
+#include "agent/ems/changes.h"
 #include "agent/ems/objects.h"
 #include "zk_quornex/platform/threadsafety.h"
 
@@ -217,11 +217,6 @@ std::vector<SubMapRecord> Inventory::subMaps(const std::vector<std::string>& ids
 
 std::vector<DisplayLinkRecord> Inventory::displayLinks(const std::vector<std::string>& ids) const {
   return impl_->findAll<DisplayLinkRecord>(ids);
-}
-
-std::vector<PhysicalLinkRecord> Inventory::physicalLinks(
-    const std::vector<std::string>& ids) const {
-  return impl_->findAll<PhysicalLinkRecord>(ids);
 }
 
 long Inventory::count(ObjectKind kind) const {

@@ -71,7 +71,6 @@ class Inventory {
   std::vector<NodeRecord> nodes(const std::vector<std::string>& ids) const;
   std::vector<SubMapRecord> subMaps(const std::vector<std::string>& ids) const;
   std::vector<DisplayLinkRecord> displayLinks(const std::vector<std::string>& ids) const;
-  std::vector<PhysicalLinkRecord> physicalLinks(const std::vector<std::string>& ids) const;
 
   long count(ObjectKind kind) const;
 

@@ -49,20 +49,19 @@ unsigned long InventoryBackend::apply(Attribute attribute) {
 }
 
 unsigned long InventoryBackend::getVersionOfDev(int deviceId, std::string& version) {
-  return withoutThrowing("getVersionOfDev", [&] {
-    const std::optional<DeviceRecord> device = inventory_.device(deviceId);
-    if (device) {
-      version = device->version;
-    }
-    return device ? Result::DONE : Result::NO_SUCH_OBJECT;
-  });
+  return copyText("getVersionOfDev", deviceId, &DeviceRecord::version, version);
 }
 
 unsigned long InventoryBackend::getLocationOfDev(long deviceId, std::string& location) {
-  return withoutThrowing("getLocationOfDev", [&] {
+  return copyText("getLocationOfDev", deviceId, &DeviceRecord::location, location);
+}
+
+unsigned long InventoryBackend::copyText(const char* operation, long deviceId,
+                                         std::string DeviceRecord::*text, std::string& out) const {
+  return withoutThrowing(operation, [&] {
     const std::optional<DeviceRecord> device = inventory_.device(deviceId);
     if (device) {
-      location = device->location;
+      out = (*device).*text;
     }
     return device ? Result::DONE : Result::NO_SUCH_OBJECT;
   });

@@ -50,6 +50,8 @@ class InventoryBackend : public zk::platform::EmsBackend {
 
  private:
   unsigned long apply(Attribute attribute);
+  unsigned long copyText(const char* operation, long deviceId, std::string DeviceRecord::*text,
+                         std::string& out) const;
 
   Inventory& inventory_;
 };

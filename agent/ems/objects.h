@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "agent/ems/alarms.h"
-#include "agent/ems/delivery.h"
+#include "agent/ems/changes.h"
 #include "agent/ems/tables.h"
 
 namespace zk::agent {

@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "agent/ems/columns.h"
 #include "agent/ems/inventory.h"
-#include "agent/ems/rows.h"
 
 namespace zk::agent {
 

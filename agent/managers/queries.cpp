@@ -1,7 +1,5 @@
 #include "agent/managers/queries.h"
 
-#include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -76,6 +74,22 @@ MapObject_T heldBy(const std::string& parentId, const std::optional<Record>& rec
     throw noSuchObject(name);
   }
   return mapObjectOf(found(record, name));
+}
+
+std::vector<long> idsOfActive(const Inventory& inventory, const ExcludedAlarms& excluded,
+                              std::optional<long> deviceId) {
+  std::vector<long> ids;
+  for (const AlarmRecord& alarm : inventory.activeAlarms(deviceId)) {
+    if (!excluded.contains(alarm)) {
+      ids.push_back(alarm.id);
+    }
+  }
+  return ids;
+}
+
+CosNotification::StructuredEvent listed(const Inventory& inventory, const AlarmRecord& alarm) {
+  const std::string raised = timeRaised(alarm);
+  return alarmEvent(alarm, nativeNameOf(inventory, alarm), {raised, raised});
 }
 
 }  // namespace
@@ -183,6 +197,37 @@ long existingDeviceId(const Inventory& inventory, const NVSList_T& name) {
 NVSList_T subnetworkNameOfElement(const Inventory& inventory, const NVSList_T& name) {
   existingDeviceId(inventory, name);
   return nmsNameOf(ObjectKey::subnetwork(inventory.subnetwork().id));
+}
+
+ExcludedAlarms::ExcludedAlarms(const notifications::ProbableCauseList_T& causes,
+                               const notifications::PerceivedSeverityList_T& excludedSeverities) {
+  for (CORBA::ULong i = 0; i < causes.length(); ++i) {
+    probableCauses.emplace(causes[i]);
+  }
+  for (CORBA::ULong i = 0; i < excludedSeverities.length(); ++i) {
+    severities.insert(severityOf(excludedSeverities[i]));
+  }
+}
+
+bool ExcludedAlarms::contains(const AlarmRecord& alarm) const {
+  return probableCauses.count(alarm.probableCause) != 0 || severities.count(alarm.severity) != 0;
+}
+
+PagedList<notifications::EventList_T> activeAlarms(const Inventory& inventory,
+                                                   const ExcludedAlarms& excluded,
+                                                   std::optional<long> deviceId) {
+  std::vector<long> ids = idsOfActive(inventory, excluded, deviceId);
+  const std::size_t length = ids.size();
+  return {length, [&inventory, excluded, ids = std::move(ids)](std::size_t from, std::size_t count,
+                                                               notifications::EventList_T& out) {
+            for (std::size_t i = from; i < from + count; ++i) {
+              const std::optional<AlarmRecord> alarm = inventory.alarm(ids[i]);
+              // It may have become one of those that are left out.
+              if (alarm && !excluded.contains(*alarm)) {
+                append(out, listed(inventory, *alarm));
+              }
+            }
+          }};
 }
 
 }  // namespace zk::agent

@@ -19,7 +19,7 @@
 #include <string>
 #include <utility>
 
-#include "agent/managers/openiterators.h"
+#include "agent/managers/iterators.h"
 #include "agent/sessions/sessions.h"
 #include "agent/sessions/users.h"
 #include "zk_quornex/platform/threadsafety.h"

@@ -7,10 +7,7 @@
 #include "agent/base/log.h"
 #include "agent/base/sequences.h"
 #include "agent/channel/sessionchannel.h"
-#include "agent/managers/elementmanager.h"
-#include "agent/managers/emsmanager.h"
-#include "agent/managers/mapmanager.h"
-#include "agent/managers/subnetworkmanager.h"
+#include "agent/managers/managers.h"
 #include "agent/orb/caller.h"
 #include "agent/tmf/errors.h"
 

@@ -1,9 +1,7 @@
 #include "agent/tmf/changenotifier.h"
 
-#include "agent/tmf/alarmevent.h"
 #include "agent/tmf/names.h"
 #include "agent/tmf/nmsrecords.h"
-#include "agent/tmf/objectkinds.h"
 #include "zk_quornex/notify/notification.h"
 #include "zk_quornex/platform/events.h"
 #include "zk_quornex/platform/timechange.h"

@@ -14,7 +14,7 @@ namespace zk::agent {
 namespace {
 
 using namespace NS_QUORCORBA;
-using globaldefs::ExceptionType_T;
+using namespace globaldefs;
 
 struct Meaning {
   unsigned long code;
@@ -23,30 +23,25 @@ struct Meaning {
 };
 
 constexpr std::array<Meaning, 18> MEANINGS = {{
-    {RESULT_NO_INTERFACE, globaldefs::EXCPT_INTERNAL_ERROR, "a service of the agent is missing"},
-    {RESULT_NOT_SUPPORTED, globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
-    {RESULT_NO_OBJECT_TYPE, globaldefs::EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
-    {RESULT_NULL_ARGUMENT, globaldefs::EXCPT_INVALID_INPUT, "a name or a text is missing"},
-    {RESULT_BAD_NAME, globaldefs::EXCPT_INVALID_INPUT, "not a well-formed object name"},
-    {RESULT_TEXT_TOO_LONG, globaldefs::EXCPT_INVALID_INPUT,
-     "the text is longer than 252 characters"},
-    {RESULT_EMPTY_NAME, globaldefs::EXCPT_ENTITY_NOT_FOUND, "no object can have this name"},
-    {RESULT_OTHER_EMS, globaldefs::EXCPT_ENTITY_NOT_FOUND, "not an object of this EMS"},
-    {RESULT_NO_ELEMENT_ID, globaldefs::EXCPT_ENTITY_NOT_FOUND,
-     "no managed element can have this identifier"},
-    {RESULT_LINK_REFUSED, globaldefs::EXCPT_ENTITY_NOT_FOUND, "no such topological link"},
-    {RESULT_SUBNETWORK_REFUSED, globaldefs::EXCPT_ENTITY_NOT_FOUND, "no such subnetwork"},
-    {codeOf(Result::NO_SUCH_OBJECT), globaldefs::EXCPT_ENTITY_NOT_FOUND,
-     "the EMS has no such object"},
-    {codeOf(Result::LABEL_IN_USE), globaldefs::EXCPT_USERLABEL_IN_USE,
-     "another object has this user label"},
-    {codeOf(Result::STORAGE_FAILURE), globaldefs::EXCPT_INTERNAL_ERROR,
+    {RESULT_NO_INTERFACE, EXCPT_INTERNAL_ERROR, "a service of the agent is missing"},
+    {RESULT_NOT_SUPPORTED, EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
+    {RESULT_NO_OBJECT_TYPE, EXCPT_NOT_IMPLEMENTED, "not supported for this object"},
+    {RESULT_NULL_ARGUMENT, EXCPT_INVALID_INPUT, "a name or a text is missing"},
+    {RESULT_BAD_NAME, EXCPT_INVALID_INPUT, "not a well-formed object name"},
+    {RESULT_TEXT_TOO_LONG, EXCPT_INVALID_INPUT, "the text is longer than 252 characters"},
+    {RESULT_EMPTY_NAME, EXCPT_ENTITY_NOT_FOUND, "no object can have this name"},
+    {RESULT_OTHER_EMS, EXCPT_ENTITY_NOT_FOUND, "not an object of this EMS"},
+    {RESULT_NO_ELEMENT_ID, EXCPT_ENTITY_NOT_FOUND, "no managed element can have this identifier"},
+    {RESULT_LINK_REFUSED, EXCPT_ENTITY_NOT_FOUND, "no such topological link"},
+    {RESULT_SUBNETWORK_REFUSED, EXCPT_ENTITY_NOT_FOUND, "no such subnetwork"},
+    {codeOf(Result::NO_SUCH_OBJECT), EXCPT_ENTITY_NOT_FOUND, "the EMS has no such object"},
+    {codeOf(Result::LABEL_IN_USE), EXCPT_USERLABEL_IN_USE, "another object has this user label"},
+    {codeOf(Result::STORAGE_FAILURE), EXCPT_INTERNAL_ERROR,
      "the EMS cannot store the change; its log says why"},
-    {codeOf(Result::NO_REQUEST), globaldefs::EXCPT_INTERNAL_ERROR, "the EMS got an empty request"},
-    {codeOf(Result::BAD_VALUE), globaldefs::EXCPT_INVALID_INPUT,
-     "the object cannot have this value"},
-    {codeOf(Result::OBJECT_IN_USE), globaldefs::EXCPT_OBJECT_IN_USE, "other objects refer to it"},
-    {codeOf(Result::OBJECT_EXISTS), globaldefs::EXCPT_OBJECT_IN_USE, "the object is there already"},
+    {codeOf(Result::NO_REQUEST), EXCPT_INTERNAL_ERROR, "the EMS got an empty request"},
+    {codeOf(Result::BAD_VALUE), EXCPT_INVALID_INPUT, "the object cannot have this value"},
+    {codeOf(Result::OBJECT_IN_USE), EXCPT_OBJECT_IN_USE, "other objects refer to it"},
+    {codeOf(Result::OBJECT_EXISTS), EXCPT_OBJECT_IN_USE, "the object is there already"},
 }};
 
 const Meaning* meaningOf(unsigned long code) {
@@ -67,11 +62,11 @@ Refusal refusal(ExceptionType_T type, const std::string& reason) {
   return Refusal(type, reason.c_str());
 }
 
-Refusal notImplemented() { return refusal(globaldefs::EXCPT_NOT_IMPLEMENTED, ""); }
+Refusal notImplemented() { return refusal(EXCPT_NOT_IMPLEMENTED, ""); }
 
 ExceptionType_T exceptionTypeOf(unsigned long code) {
   const Meaning* const meaning = meaningOf(code);
-  return meaning != nullptr ? meaning->type : globaldefs::EXCPT_INTERNAL_ERROR;
+  return meaning != nullptr ? meaning->type : EXCPT_INTERNAL_ERROR;
 }
 
 std::string reasonOf(unsigned long code) {
@@ -86,7 +81,7 @@ std::string reasonOf(unsigned long code) {
   return meaning->reason;
 }
 
-Refusal refusalOf(unsigned long code, const globaldefs::NVSList_T& name) {
+Refusal refusalOf(unsigned long code, const NVSList_T& name) {
   return refusalOf(code, printableName(name));
 }
 
@@ -94,7 +89,7 @@ Refusal refusalOf(unsigned long code, const std::string& about) {
   return refusal(exceptionTypeOf(code), reasonOf(code) + ": " + about);
 }
 
-std::string printableName(const globaldefs::NVSList_T& name) {
+std::string printableName(const NVSList_T& name) {
   if (name.length() == 0) {
     return "(empty name)";
   }
@@ -109,8 +104,7 @@ std::string printableName(const globaldefs::NVSList_T& name) {
 
 Refusal internalError(const char* operation, const std::exception& failure) {
   logFailure(std::string(operation) + " failed: " + failure.what());
-  return refusal(globaldefs::EXCPT_INTERNAL_ERROR,
-                 "the EMS cannot answer at present; its log says why");
+  return refusal(EXCPT_INTERNAL_ERROR, "the EMS cannot answer at present; its log says why");
 }
 
 }  // namespace zk::agent

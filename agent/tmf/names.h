@@ -1,11 +1,12 @@
 // Names of objects between the NMS, the library and the embedded EMS, both
-// ways. No state; any thread may call.
+// ways, and how their kinds and labels are spelt. No state; any thread may call.
 #ifndef ZK_AGENT_TMF_NAMES_H
 #define ZK_AGENT_TMF_NAMES_H
 
 #include <memory>
 #include <string>
 
+#include "agent/ems/changes.h"
 #include "agent/ems/records.h"
 #include "zk_quornex/idl/names.h"
 
@@ -50,6 +51,17 @@ InternalName internalNameOf(const ObjectKey& key);
 // for an identifier that cannot be written.
 globaldefs::NVSList_T nmsNameOf(const ObjectKey& key);
 globaldefs::NVSList_T nmsNameOf(const LinkEnd& end);
+
+// By the administration's texts: "device", "userLabel". Throw Refusal, invalid
+// input, for texts that they do not know.
+ObjectKind kindNamed(const char* text);
+Attribute labelNamed(const char* text);
+
+const char* nameOfLabel(Attribute label);
+
+// The first text of the last pair of its objects' names: "ManagedElement". Empty
+// for the objects of the map, whose names are layered.
+const char* pairNameOf(ObjectKind kind);
 
 }  // namespace zk::agent
 

@@ -53,12 +53,32 @@ const char* const ALARMS_FOOTER =
     "  zk-nms alarms -w\n"
     "  zk-nms -o json alarms -w --timeout 3600\n";
 
-class Printer : public WatchHandler {
+// Ends after count; 0: never.
+class Counting : public WatchHandler {
  public:
-  // Ends after count; 0: never. With titlesFirst, whatever comes, a table begins
-  // once the login and the filters are granted.
+  Counting(const Context& context, unsigned count) : context_(context), count_(count) {}
+
+  bool satisfied() const override { return count_ > 0 && came_ >= count_; }
+
+  // Watches until the end, and throws for the exit status.
+  void watch(const WatchSettings& settings) {
+    Watch watch(context_, settings, *this);
+    const Watch::End end = watch.run();
+    conclude(watch, end, came_, count_);
+  }
+
+ protected:
+  const Context& context_;
+  const unsigned count_;
+  unsigned came_ = 0;
+};
+
+class Printer : public Counting {
+ public:
+  // With titlesFirst, whatever comes, a table begins once the login and the
+  // filters are granted.
   Printer(const Context& context, unsigned count, bool titlesFirst)
-      : context_(context), count_(count), titlesFirst_(titlesFirst) {}
+      : Counting(context, count), titlesFirst_(titlesFirst) {}
 
   bool catchUp(Connection&) override {
     if (titlesFirst_) {
@@ -72,9 +92,6 @@ class Printer : public WatchHandler {
     ++came_;
   }
 
-  bool satisfied() const override { return count_ > 0 && came_ >= count_; }
-  unsigned came() const { return came_; }
-
  private:
   RowStream& stream() {
     if (stream_ == nullptr) {
@@ -83,11 +100,8 @@ class Printer : public WatchHandler {
     return *stream_;
   }
 
-  const Context& context_;
-  const unsigned count_;
   const bool titlesFirst_;
   std::unique_ptr<RowStream> stream_;
-  unsigned came_ = 0;
 };
 
 class EventsCommand : public Command {
@@ -108,12 +122,7 @@ class EventsCommand : public Command {
     command.footer(EVENTS_FOOTER);
   }
 
-  void run(const Context& context) override {
-    Printer printer(context, count_, true);
-    Watch watch(context, settings_, printer);
-    const Watch::End end = watch.run();
-    conclude(watch, end, printer.came(), count_);
-  }
+  void run(const Context& context) override { Printer(context, count_, true).watch(settings_); }
 
  private:
   WatchSettings settings_;
@@ -159,10 +168,10 @@ Columns changeColumns() {
   return columns;
 }
 
-class AlarmWatcher : public WatchHandler {
+class AlarmWatcher : public Counting {
  public:
   AlarmWatcher(const Context& context, const AlarmScope& scope, unsigned count)
-      : context_(context), scope_(scope), count_(count) {}
+      : Counting(context, count), scope_(scope) {}
 
   bool catchUp(Connection& connection) override {
     elementName_ = scopeName(connection, scope_);
@@ -189,9 +198,6 @@ class AlarmWatcher : public WatchHandler {
     }
   }
 
-  bool satisfied() const override { return count_ > 0 && came_ >= count_; }
-  unsigned came() const { return came_; }
-
  private:
   void write(const std::string& what, const Alarm& alarm) {
     Row row = alarmRow(alarm);
@@ -200,14 +206,11 @@ class AlarmWatcher : public WatchHandler {
     stream_->write(row);
   }
 
-  const Context& context_;
   const AlarmScope& scope_;
-  const unsigned count_;
   std::unique_ptr<RowStream> stream_;
   AlarmTable table_;
   std::string elementName_;
   bool started_ = false;
-  unsigned came_ = 0;
 };
 
 class AlarmsCommand : public Command {
@@ -242,7 +245,7 @@ class AlarmsCommand : public Command {
   void run(const Context& context) override {
     checkScope(scope_);
     if (watch_) {
-      watch(context);
+      AlarmWatcher(context, scope_, count_).watch(settings_);
     } else {
       list(context);
     }
@@ -256,13 +259,6 @@ class AlarmsCommand : public Command {
       rows.push_back(alarmRow(alarm));
     }
     writeList(context.out, context.options.format, alarmColumns(), rows);
-  }
-
-  void watch(const Context& context) const {
-    AlarmWatcher watcher(context, scope_, count_);
-    Watch watch(context, settings_, watcher);
-    const Watch::End end = watch.run();
-    conclude(watch, end, watcher.came(), count_);
   }
 
   AlarmScope scope_;

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "nms/commands/program.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/objects.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {
@@ -21,15 +21,18 @@ struct Field {
 template <class Record>
 using Fields = std::vector<Field<Record>>;
 
+template <class Record, class Text>
+Field<Record> textField(const std::string& key, const std::string& title, Text Record::*member) {
+  return {{key, title}, [member](const Record& record) { return textCell((record.*member).in()); }};
+}
+
 // What all records begin with; and the one they end with.
 template <class Record>
 Fields<Record> labelFields() {
   return {{{"name", "NAME"}, [](const Record& record) { return nameCell(record.name); }},
-          {{"userLabel", "USER LABEL"},
-           [](const Record& record) { return textCell(record.userLabel.in()); }},
-          {{"nativeEMSName", "NATIVE NAME"},
-           [](const Record& record) { return textCell(record.nativeEMSName.in()); }},
-          {{"owner", "OWNER"}, [](const Record& record) { return textCell(record.owner.in()); }}};
+          textField("userLabel", "USER LABEL", &Record::userLabel),
+          textField("nativeEMSName", "NATIVE NAME", &Record::nativeEMSName),
+          textField("owner", "OWNER", &Record::owner)};
 }
 
 template <class Record>
@@ -86,11 +89,10 @@ class EmsCommand : public Command {
  private:
   static Fields<emsMgr::EMS_T> emsFields() {
     using Ems = emsMgr::EMS_T;
-    return with<Ems>(
-        labelFields<Ems>(),
-        {{{"emsVersion", "VERSION"}, [](const Ems& ems) { return textCell(ems.emsVersion.in()); }},
-         {{"type", "TYPE"}, [](const Ems& ems) { return textCell(ems.type.in()); }}},
-        false);
+    return with<Ems>(labelFields<Ems>(),
+                     {textField("emsVersion", "VERSION", &Ems::emsVersion),
+                      textField("type", "TYPE", &Ems::type)},
+                     false);
   }
 };
 
@@ -101,7 +103,7 @@ struct Listing {
   std::string summary;
   std::string examples;
   Fields<Record> fields;
-  std::function<void(Connection&, const std::function<void(const Record&)>&)> each;
+  std::function<void(Connection&, const Each<Record>&)> each;
   std::function<Record(Connection&, const globaldefs::NVSList_T& name)> one;
 };
 
@@ -164,37 +166,35 @@ class ListCommand : public Command {
 
 Listing<managedElement::ManagedElement_T> elements() {
   using Element = managedElement::ManagedElement_T;
-  return {
-      "me",
-      "ManagedElement",
-      "List the managed elements, or show one",
-      "  zk-nms me\n"
-      "  zk-nms me --names\n"
-      "  zk-nms me 7\n"
-      "  zk-nms me EMS=Quor/1,ManagedElement=7\n"
-      "  zk-nms -o csv --page 500 me > devices.csv\n",
-      with<Element>(
-          labelFields<Element>(),
-          {{{"location", "LOCATION"}, [](const Element& me) { return textCell(me.location.in()); }},
-           {{"version", "VERSION"}, [](const Element& me) { return textCell(me.version.in()); }},
-           {{"productName", "PRODUCT"},
-            [](const Element& me) { return textCell(me.productName.in()); }},
-           {{"communicationState", "STATE"},
-            [](const Element& me) {
-              const bool available = me.communicationState == managedElement::CS_AVAILABLE;
-              return available ? "available" : "unavailable";
-            }},
-           {{"emsInSyncState", "IN SYNC"},
-            [](const Element& me) { return static_cast<bool>(me.emsInSyncState); }},
-           {{"supportedRates", "RATES", true},
-            [](const Element& me) { return ratesCell(me.supportedRates); }}},
-          true),
-      eachElement,
-      [](Connection& connection, const globaldefs::NVSList_T& name) {
-        managedElement::ManagedElement_T_var element;
-        elementManager(connection)->getManagedElement(name, element.out());
-        return element.in();
-      }};
+  return {"me",
+          "ManagedElement",
+          "List the managed elements, or show one",
+          "  zk-nms me\n"
+          "  zk-nms me --names\n"
+          "  zk-nms me 7\n"
+          "  zk-nms me EMS=Quor/1,ManagedElement=7\n"
+          "  zk-nms -o csv --page 500 me > devices.csv\n",
+          with<Element>(labelFields<Element>(),
+                        {textField("location", "LOCATION", &Element::location),
+                         textField("version", "VERSION", &Element::version),
+                         textField("productName", "PRODUCT", &Element::productName),
+                         {{"communicationState", "STATE"},
+                          [](const Element& me) {
+                            const bool available =
+                                me.communicationState == managedElement::CS_AVAILABLE;
+                            return available ? "available" : "unavailable";
+                          }},
+                         {{"emsInSyncState", "IN SYNC"},
+                          [](const Element& me) { return static_cast<bool>(me.emsInSyncState); }},
+                         {{"supportedRates", "RATES", true},
+                          [](const Element& me) { return ratesCell(me.supportedRates); }}},
+                        true),
+          eachElement,
+          [](Connection& connection, const globaldefs::NVSList_T& name) {
+            managedElement::ManagedElement_T_var element;
+            elementManager(connection)->getManagedElement(name, element.out());
+            return element.in();
+          }};
 }
 
 Listing<multiLayerSubnetwork::MultiLayerSubnetwork_T> subnetworks() {
@@ -262,7 +262,7 @@ Listing<topologyMap::MapObject_T> mapObjects(const std::string& command, const s
           summary,
           examples,
           with<Object>(labelFields<Object>(), {}, false),
-          [kind](Connection& connection, const std::function<void(const Object&)>& each) {
+          [kind](Connection& connection, const Each<Object>& each) {
             eachMapObject(connection, kind, each);
           },
           [](Connection& connection, const globaldefs::NVSList_T& name) {

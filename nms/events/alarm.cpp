@@ -7,7 +7,6 @@
 
 #include "nms/wire/failure.h"
 #include "nms/wire/lists.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/objects.h"
 #include "nms/wire/text.h"
 

@@ -1,6 +1,5 @@
 #include "nms/events/value.h"
 
-#include "nms/wire/objectname.h"
 #include "nms/wire/text.h"
 
 namespace zk::nms {

@@ -7,7 +7,6 @@
 #include <ostream>
 
 #include "nms/wire/failure.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/text.h"
 
 namespace zk::nms {

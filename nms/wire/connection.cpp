@@ -7,6 +7,7 @@
 #include <regex>
 
 namespace zk::nms {
+
 namespace {
 
 const char* const FACTORY_KEY = "EmsSessionFactory";
@@ -56,7 +57,38 @@ emsSessionFactory::EmsSessionFactory_I_var factoryAt(Orb& orb, const std::string
   return factory;
 }
 
+SessionListener& nobody() {
+  static SessionListener hearsNothing;
+  return hearsNothing;
+}
+
 }  // namespace
+
+NmsSession::NmsSession(SessionListener* listener)
+    : listener_(listener != nullptr ? *listener : nobody()) {}
+
+void NmsSession::associate(emsSession::EmsSession_I_ptr session) {
+  const MutexLock guard(mutex_);
+  session_ = emsSession::EmsSession_I::_duplicate(session);
+}
+
+bool NmsSession::ended() const {
+  const MutexLock guard(mutex_);
+  return ended_;
+}
+
+session::Session_I_ptr NmsSession::associatedSession() {
+  const MutexLock guard(mutex_);
+  return session::Session_I::_duplicate(session_.in());
+}
+
+void NmsSession::endSession() {
+  {
+    const MutexLock guard(mutex_);
+    ended_ = true;
+  }
+  listener_.sessionEnded();
+}
 
 std::string agentReference(const std::string& text) {
   std::error_code ignored;

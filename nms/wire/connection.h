@@ -1,4 +1,4 @@
-// A session at the agent, from login to logout.
+// A session at the agent, from login to logout, and what the agent may call.
 #ifndef ZK_NMS_WIRE_CONNECTION_H
 #define ZK_NMS_WIRE_CONNECTION_H
 
@@ -6,11 +6,56 @@
 
 #include "nms/wire/failure.h"
 #include "nms/wire/interrupts.h"
-#include "nms/wire/nmssession.h"
 #include "nms/wire/orb.h"
 #include "zk_quornex/idl/managers.h"
+#include "zk_quornex/idl/sessions.h"
+#include "zk_quornex/platform/threadsafety.h"
 
 namespace zk::nms {
+
+// What a command may want to know of. Called on the ORB's threads, several at
+// a time.
+class SessionListener {
+ public:
+  virtual ~SessionListener() = default;
+
+  virtual void sessionEnded() {}
+  virtual void eventLossOccurred(const std::string& /*startTime*/,
+                                 const std::string& /*notificationId*/) {}
+  virtual void alarmLossOccurred(const std::string& /*startTime*/,
+                                 const std::string& /*notificationId*/) {}
+  virtual void eventLossCleared(const std::string& /*endTime*/) {}
+};
+
+class NmsSession : public POA_nmsSession::NmsSession_I {
+ public:
+  // A null listener hears nothing; another must outlive the ORB.
+  explicit NmsSession(SessionListener* listener);
+
+  // What associatedSession answers from now on.
+  void associate(emsSession::EmsSession_I_ptr session);
+
+  // Whether the agent has ended the session.
+  bool ended() const;
+
+  session::Session_I_ptr associatedSession() override;
+  void ping() override {}
+  void endSession() override;
+  void eventLossOccurred(const char* startTime, const char* notificationId) override {
+    listener_.eventLossOccurred(startTime, notificationId);
+  }
+  void eventLossCleared(const char* endTime) override { listener_.eventLossCleared(endTime); }
+  void alarmLossOccurred(const char* startTime, const char* notificationId) override {
+    listener_.alarmLossOccurred(startTime, notificationId);
+  }
+
+ private:
+  SessionListener& listener_;
+
+  mutable Mutex mutex_;
+  emsSession::EmsSession_I_var session_ ZK_GUARDED_BY(mutex_);
+  bool ended_ ZK_GUARDED_BY(mutex_) = false;
+};
 
 // Which agent, as whom, and how it is talked to.
 struct Access {
@@ -44,9 +89,6 @@ class Connection {
 
   // Entries to ask for at a time.
   CORBA::ULong page() const { return page_; }
-
-  // Whether the agent has ended the session.
-  bool endedByAgent() const { return nmsSession_->ended(); }
 
   // For the callbacks that commands offer to the agent.
   Orb& orb() { return orb_; }

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "nms/wire/lists.h"
-#include "nms/wire/objectname.h"
 #include "nms/wire/text.h"
 
 namespace zk::nms {
@@ -108,8 +107,7 @@ topologyMap::TopologyMapMgr_I_var topologyMapManager(Connection& connection) {
   return connection.manager<topologyMap::TopologyMapMgr_I>("TopologyMap");
 }
 
-void eachElement(Connection& connection,
-                 const std::function<void(const managedElement::ManagedElement_T&)>& each) {
+void eachElement(Connection& connection, const Each<managedElement::ManagedElement_T>& each) {
   using namespace managedElement;
   drainAnswer<ManagedElementList_T_var, ManagedElementIterator_I_var>(
       connection.page(),
@@ -119,9 +117,8 @@ void eachElement(Connection& connection,
       each);
 }
 
-void eachSubnetwork(
-    Connection& connection,
-    const std::function<void(const multiLayerSubnetwork::MultiLayerSubnetwork_T&)>& each) {
+void eachSubnetwork(Connection& connection,
+                    const Each<multiLayerSubnetwork::MultiLayerSubnetwork_T>& each) {
   using namespace multiLayerSubnetwork;
   drainAnswer<SubnetworkList_T_var, SubnetworkIterator_I_var>(
       connection.page(),
@@ -131,8 +128,7 @@ void eachSubnetwork(
       each);
 }
 
-void eachLink(Connection& connection,
-              const std::function<void(const topologicalLink::TopologicalLink_T&)>& each) {
+void eachLink(Connection& connection, const Each<topologicalLink::TopologicalLink_T>& each) {
   using namespace topologicalLink;
   drainAnswer<TopologicalLinkList_T_var, TopologicalLinkIterator_I_var>(
       connection.page(),
@@ -143,7 +139,7 @@ void eachLink(Connection& connection,
 }
 
 void eachMapObject(Connection& connection, const std::string& kind,
-                   const std::function<void(const topologyMap::MapObject_T&)>& each) {
+                   const Each<topologyMap::MapObject_T>& each) {
   using namespace topologyMap;
   const CORBA::ULong page = connection.page();
   drainAnswer<MapObjectList_T_var, MapObjectIterator_I_var>(
@@ -162,7 +158,7 @@ void eachMapObject(Connection& connection, const std::string& kind,
 }
 
 void eachName(Connection& connection, const std::string& kind,
-              const std::function<void(const globaldefs::NVSList_T&)>& each) {
+              const Each<globaldefs::NVSList_T>& each) {
   using namespace globaldefs;
   if (isMapKind(kind)) {
     eachMapObject(connection, kind,

@@ -33,20 +33,20 @@ globaldefs::NVSList_T objectName(Connection& connection, const std::string& kind
 managedElementManager::ManagedElementMgr_I_var elementManager(Connection& connection);
 topologyMap::TopologyMapMgr_I_var topologyMapManager(Connection& connection);
 
+template <class Record>
+using Each = std::function<void(const Record&)>;
+
 // All there are, at the top level where there are levels.
-void eachElement(Connection& connection,
-                 const std::function<void(const managedElement::ManagedElement_T&)>& each);
-void eachSubnetwork(
-    Connection& connection,
-    const std::function<void(const multiLayerSubnetwork::MultiLayerSubnetwork_T&)>& each);
-void eachLink(Connection& connection,
-              const std::function<void(const topologicalLink::TopologicalLink_T&)>& each);
+void eachElement(Connection& connection, const Each<managedElement::ManagedElement_T>& each);
+void eachSubnetwork(Connection& connection,
+                    const Each<multiLayerSubnetwork::MultiLayerSubnetwork_T>& each);
+void eachLink(Connection& connection, const Each<topologicalLink::TopologicalLink_T>& each);
 void eachMapObject(Connection& connection, const std::string& kind,
-                   const std::function<void(const topologyMap::MapObject_T&)>& each);
+                   const Each<topologyMap::MapObject_T>& each);
 
 // Their names alone. Of kinds that are listed on their own.
 void eachName(Connection& connection, const std::string& kind,
-              const std::function<void(const globaldefs::NVSList_T&)>& each);
+              const Each<globaldefs::NVSList_T>& each);
 
 // The object that a command changes.
 struct Target {

@@ -43,7 +43,7 @@ class ListSignalTest : public testing::Test {
 
   // Waits on another thread. That it has begun to wait cannot be seen; that what
   // follows ends the wait must not depend on it.
-  static std::future<State> waiting(Signal signal) {
+  static std::future<State> waiting(const Signal& signal) {
     return std::async(std::launch::async, [signal] { return signal->wait(farAway()); });
   }
 

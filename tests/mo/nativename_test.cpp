@@ -6,6 +6,7 @@
 
 #include "tests/support/dump.h"
 #include "tests/support/journal.h"
+#include "tests/support/objectevent.h"
 #include "zk_quornex/mo/commonfunc.h"
 #include "zk_quornex/names/aidname.h"
 #include "zk_quornex/names/mapname.h"
@@ -32,16 +33,7 @@ TEST_F(NativeName, isToldWithoutAskingTheEms) {
   EXPECT_EQ(TECommonFunc::OnSetNativeEmsName(&element, "NE 7"), 0U);
   EXPECT_THAT(journal, ElementsAre("header NT_ATTRIBUTE_VALUE_CHANGE", "time", "time", "push"));
   EXPECT_EQ(dumpEvent(pusher.pushed.at(0)),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:false\n"
-            "7 attributeList=NVList_T:[nativeEMSName=string:NE 7]\n"
-            "body=empty\n");
+            objectEventText({}, false, "empty", "nativeEMSName=string:NE 7"));
 }
 
 TEST_F(NativeName, isToldForKindsWithoutSetters) {

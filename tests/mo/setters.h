@@ -12,6 +12,7 @@
 
 #include "tests/support/dump.h"
 #include "tests/support/journal.h"
+#include "tests/support/objectevent.h"
 #include "zk_quornex/mo/commonfunc.h"
 
 namespace zk::test {
@@ -52,7 +53,10 @@ class SetterTest : public testing::TestWithParam<Setter> {
   }
 
   std::string changed(const std::string& text) const {
-    return "attributeList=NVList_T:[" + std::string(GetParam().attribute) + "=string:" + text + "]";
+    return "attributeList=NVList_T:[" + pair(text) + "]";
+  }
+  std::string pair(const std::string& text) const {
+    return std::string(GetParam().attribute) + "=string:" + text;
   }
 
   FixedEmsConfig config;

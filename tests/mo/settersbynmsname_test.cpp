@@ -31,17 +31,7 @@ TEST_P(SetByNmsName, sendsOneNotificationWithOnePair) {
   EXPECT_EQ(set(element, "north"), 0U);
   EXPECT_EQ(journal, reported());
   ASSERT_EQ(pusher.pushed.size(), 1U);
-  EXPECT_EQ(dumpEvent(pusher.pushed[0]),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:false\n"
-            "7 " +
-                changed("north") + "\nbody=empty\n");
+  EXPECT_EQ(dumpEvent(pusher.pushed[0]), objectEventText({}, false, "empty", pair("north")));
 }
 
 TEST_P(SetByNmsName, refusesAnEmptyNameFirst) {

@@ -36,9 +36,9 @@ Forgetful& bundles() {
 }  // namespace zk::test
 
 // In place of the platform's own, by the linker's leave.
-extern "C" NS_BUNDLEMGR1::BundleMgr* __wrap__ZN13NS_BUNDLEMGR19BundleMgr8InstanceEv() {
-  return &zk::test::bundles();
-}
+NS_BUNDLEMGR1::BundleMgr* forgetfulInstance() asm("__wrap__ZN13NS_BUNDLEMGR19BundleMgr8InstanceEv");
+
+NS_BUNDLEMGR1::BundleMgr* forgetfulInstance() { return &zk::test::bundles(); }
 
 namespace zk::test {
 namespace {

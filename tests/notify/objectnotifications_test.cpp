@@ -9,6 +9,7 @@
 
 #include "tests/notify/properties.h"
 #include "tests/support/journal.h"
+#include "tests/support/objectevent.h"
 #include "zk_quornex/names/aidname.h"
 #include "zk_quornex/names/mapname.h"
 #include "zk_quornex/notify/notification.h"
@@ -65,63 +66,27 @@ class ObjectNotifications : public testing::Test {
 TEST_F(ObjectNotifications, creationCarriesTheObjectAndNoAttributes) {
   TANotification::OnObjectCreated(&element, true, object);
   EXPECT_THAT(journal, ElementsAre("header NT_OBJECT_CREATION", "time", "time", "push"));
-  EXPECT_EQ(dumpEvent(pusher.pushed.at(0)),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:true\n"
-            "body=string:created\n");
+  EXPECT_EQ(dumpEvent(pusher.pushed.at(0)), objectEventText({}, true, "string:created"));
 }
 
 TEST_F(ObjectNotifications, deletionCarriesNeitherBodyNorAttributes) {
   TANotification::OnObjectDeleted(&element, false);
   EXPECT_THAT(journal, ElementsAre("header NT_OBJECT_DELETION", "time", "time", "push"));
-  EXPECT_EQ(dumpEvent(pusher.pushed.at(0)),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:false\n"
-            "body=empty\n");
+  EXPECT_EQ(dumpEvent(pusher.pushed.at(0)), objectEventText({}, false, "empty"));
 }
 
 TEST_F(ObjectNotifications, attributeChangeCarriesTheAttributes) {
   TANotification::OnObjectAVC(&element, attributes, true);
   EXPECT_THAT(journal, ElementsAre("header NT_ATTRIBUTE_VALUE_CHANGE", "time", "time", "push"));
   EXPECT_EQ(dumpEvent(pusher.pushed.at(0)),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:true\n"
-            "7 attributeList=NVList_T:[owner=string:me|userLabel=string:north]\n"
-            "body=empty\n");
+            objectEventText({}, true, "empty", "owner=string:me|userLabel=string:north"));
 }
 
 TEST_F(ObjectNotifications, stateChangeCarriesTheAttributes) {
   TANotification::OnObjectStateChanged(&element, attributes, false);
   EXPECT_THAT(journal, ElementsAre("header NT_STATE_CHANGE", "time", "time", "push"));
   EXPECT_EQ(dumpEvent(pusher.pushed.at(0)),
-            "header=domain|type|event\n"
-            "0 notificationId=string:0\n"
-            "1 objectName=NVSList_T:EMS=Quor/1|ManagedElement=7\n"
-            "2 objectType=ObjectType_T:OT_MANAGED_ELEMENT\n"
-            "3 objectTypeQualifier=string:ManagedElement\n"
-            "4 emsTime=string:20121120094200.0Z\n"
-            "5 neTime=string:20121120094201.0Z\n"
-            "6 edgePointRelated=boolean:false\n"
-            "7 attributeList=NVList_T:[owner=string:me|userLabel=string:north]\n"
-            "body=empty\n");
+            objectEventText({}, false, "empty", "owner=string:me|userLabel=string:north"));
 }
 
 TEST_F(ObjectNotifications, leaveAnEmptyAttributeListOut) {

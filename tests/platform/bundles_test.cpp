@@ -153,11 +153,17 @@ TEST(Bundles, lookupsNeverSeeHalfARegistration) {
     int last = 0;
     while (!stop) {
       const NumberedService* service = lookedUp.Get();
-      if (service == nullptr || service->number < last) ++wrong;
-      if (service != nullptr) last = service->number;
+      if (service == nullptr || service->number < last) {
+        ++wrong;
+      }
+      if (service != nullptr) {
+        last = service->number;
+      }
     }
   });
-  for (int i = 2; i < 2000; ++i) registerService("numbered", numbered(i));
+  for (int i = 2; i < 2000; ++i) {
+    registerService("numbered", numbered(i));
+  }
   stop = true;
   reader.join();
   registerService("numbered", nullptr);

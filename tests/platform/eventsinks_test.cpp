@@ -68,7 +68,9 @@ TEST(EventSinks, aBlockedOneDelaysNeitherThePusherNorAnother) {
   const auto free = std::make_shared<KeepingSink>();
   ASSERT_TRUE(addEventSink("a blocked", blocked));
   ASSERT_TRUE(addEventSink("b free", free));
-  for (const char* name : {"1", "2", "3"}) push(name);
+  for (const char* name : {"1", "2", "3"}) {
+    push(name);
+  }
   EXPECT_TRUE(takes(*free, 3));
   EXPECT_TRUE(blocked->events().empty());
   EXPECT_EQ(eventSinkCounts("a blocked").taken, 0u);
@@ -83,7 +85,9 @@ TEST(EventSinks, dropTheNewestWhenFull) {
   ASSERT_TRUE(addEventSink("sink", sink, 2));
   push("running");
   ASSERT_TRUE(becomesTrue([&] { return sink->entered.load(); }));
-  for (const char* name : {"queued 1", "queued 2", "lost 1", "lost 2", "lost 3"}) push(name);
+  for (const char* name : {"queued 1", "queued 2", "lost 1", "lost 2", "lost 3"}) {
+    push(name);
+  }
   EXPECT_EQ(eventSinkCounts("sink").dropped, 3u);
   sink->gate.open();
   const auto counts = removeEventSink("sink");
@@ -95,7 +99,9 @@ TEST(EventSinks, dropTheNewestWhenFull) {
 TEST(EventSinks, removalWaitsForWhatIsQueuedAndTakesNothingMore) {
   const auto sink = std::make_shared<GatedSink>();
   ASSERT_TRUE(addEventSink("sink", sink));
-  for (const char* name : {"1", "2", "3"}) push(name);
+  for (const char* name : {"1", "2", "3"}) {
+    push(name);
+  }
   unsigned long taken = 0;
   std::thread remover([&] { taken = removeEventSink("sink").taken; });
   // The name is free again as soon as the removal has begun.
@@ -110,7 +116,9 @@ TEST(EventSinks, removalWaitsForWhatIsQueuedAndTakesNothingMore) {
 
 TEST(EventSinks, comeAndGoWhileOthersPush) {
   std::thread pusher([] {
-    for (int i = 0; i < 2000; ++i) push("event");
+    for (int i = 0; i < 2000; ++i) {
+      push("event");
+    }
   });
   for (int i = 0; i < 50; ++i) {
     const auto sink = std::make_shared<KeepingSink>();

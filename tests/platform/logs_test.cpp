@@ -53,7 +53,9 @@ class Logs : public testing::Test {
   std::vector<std::string> linesOf(const std::string& name) const {
     std::ifstream file(path(name));
     std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    for (std::string line; std::getline(file, line);) {
+      lines.push_back(line);
+    }
     return lines;
   }
 
@@ -77,12 +79,16 @@ TEST_F(Logs, showsTimeSeverityOriginAndText) {
 
 TEST_F(Logs, givesEachLevelItsSeverity) {
   openLogs(toFile());
-  for (const int level : {1, 2, 3}) TaDebug(level, "text");
+  for (const int level : {1, 2, 3}) {
+    TaDebug(level, "text");
+  }
   NS_CORBA::TaTrace("text");
   const auto lines = linesOf("agent.log");
   ASSERT_EQ(lines.size(), 4u);
   const char* const severities[] = {"Z error ", "Z warning ", "Z debug ", "Z trace "};
-  for (std::size_t i = 0; i < 4; ++i) EXPECT_THAT(lines[i], HasSubstr(severities[i]));
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_THAT(lines[i], HasSubstr(severities[i]));
+  }
 }
 
 TEST_F(Logs, opensWithTheLevelItIsGiven) {
@@ -104,7 +110,9 @@ TEST_F(Logs, rotatesAndKeepsTheNumberAskedFor) {
   settings.fileBytes = 400;
   settings.files = 2;
   openLogs(settings);
-  for (int i = 0; i < 50; ++i) NS_CORBA::TaDebugWithPara(1, "line %d", i);
+  for (int i = 0; i < 50; ++i) {
+    NS_CORBA::TaDebugWithPara(1, "line %d", i);
+  }
   EXPECT_THAT(textOf("agent.log"), HasSubstr("line 49\n"));
   EXPECT_FALSE(std::filesystem::exists(path("agent.3.log")));
   for (const char* name : {"agent.log", "agent.1.log", "agent.2.log"}) {
@@ -189,16 +197,24 @@ TEST_F(Logs, losesNoLineWhileTheyAreReopened) {
   writers.reserve(3);
   for (int i = 0; i < 3; ++i) {
     writers.emplace_back([] {
-      for (int n = 0; n < 200; ++n) TaDebug(1, "whole line");
+      for (int n = 0; n < 200; ++n) {
+        TaDebug(1, "whole line");
+      }
     });
   }
-  for (int i = 0; i < 10; ++i) openLogs(i % 2 == 0 ? other : one);
-  for (auto& writer : writers) writer.join();
+  for (int i = 0; i < 10; ++i) {
+    openLogs(i % 2 == 0 ? other : one);
+  }
+  for (auto& writer : writers) {
+    writer.join();
+  }
   const auto first = linesOf("agent.log");
   const auto second = linesOf("other.log");
   EXPECT_EQ(first.size() + second.size(), 600u);
   for (const auto& lines : {first, second}) {
-    for (const auto& line : lines) EXPECT_THAT(line, ContainsRegex("^20.*whole line$"));
+    for (const auto& line : lines) {
+      EXPECT_THAT(line, ContainsRegex("^20.*whole line$"));
+    }
   }
 }
 

@@ -38,7 +38,9 @@ class KeepingSink : public zk::platform::EventSink {
 
   std::vector<std::string> names() const {
     std::vector<std::string> result;
-    for (const auto& event : events()) result.push_back(nameOf(event));
+    for (const auto& event : events()) {
+      result.push_back(nameOf(event));
+    }
     return result;
   }
 

@@ -26,9 +26,15 @@ class ThrowingSink : public zk::platform::EventSink {
  public:
   void take(const SharedEvent& event) override {
     const std::string name = nameOf(event);
-    if (name == "standard") throw std::runtime_error("out of paper");
-    if (name == "corba") throw CORBA::TRANSIENT();
-    if (name == "other") throw 7;
+    if (name == "standard") {
+      throw std::runtime_error("out of paper");
+    }
+    if (name == "corba") {
+      throw CORBA::TRANSIENT();
+    }
+    if (name == "other") {
+      throw 7;
+    }
     ++returned;
   }
 
@@ -39,7 +45,9 @@ TEST(SinkQueue, holdsAsManyAsItHasRoomFor) {
   CapturedTrace trace;
   const auto sink = std::make_shared<KeepingSink>();
   SinkQueue queue("sink", sink, 2);
-  for (const char* name : {"1", "2", "3", "4"}) queue.add(shared(name));
+  for (const char* name : {"1", "2", "3", "4"}) {
+    queue.add(shared(name));
+  }
   EXPECT_EQ(queue.counts().dropped, 2u);
   EXPECT_TRUE(queue.takeNext());
   EXPECT_TRUE(queue.takeNext());
@@ -57,15 +65,21 @@ TEST(SinkQueue, withoutRoomDropsEverything) {
 TEST(SinkQueue, tellsOfDropsOnceUntilItWasEmpty) {
   CapturedTrace trace;
   SinkQueue queue("slow", std::make_shared<KeepingSink>(), 2);
-  for (int i = 0; i < 5; ++i) queue.add(shared("event"));
+  for (int i = 0; i < 5; ++i) {
+    queue.add(shared("event"));
+  }
   queue.takeNext();
-  for (int i = 0; i < 5; ++i) queue.add(shared("event"));
+  for (int i = 0; i < 5; ++i) {
+    queue.add(shared("event"));
+  }
   EXPECT_THAT(trace.texts(),
               ElementsAre("1 event sink 'slow' is full, events are dropped.capacity=2"));
   queue.takeNext();
   queue.takeNext();
   EXPECT_EQ(trace.lines().size(), 1u);
-  for (int i = 0; i < 5; ++i) queue.add(shared("event"));
+  for (int i = 0; i < 5; ++i) {
+    queue.add(shared("event"));
+  }
   EXPECT_EQ(trace.lines().size(), 2u);
   EXPECT_EQ(queue.counts().dropped, 3u + 4u + 3u);
 }
@@ -74,8 +88,12 @@ TEST(SinkQueue, goesOnAfterASinkThatThrows) {
   CapturedTrace trace;
   const auto sink = std::make_shared<ThrowingSink>();
   SinkQueue queue("printer", sink, 10);
-  for (const char* name : {"standard", "corba", "other", "fine"}) queue.add(shared(name));
-  for (int i = 0; i < 4; ++i) EXPECT_TRUE(queue.takeNext());
+  for (const char* name : {"standard", "corba", "other", "fine"}) {
+    queue.add(shared(name));
+  }
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_TRUE(queue.takeNext());
+  }
   EXPECT_THAT(trace.texts(), ElementsAre("1 event sink 'printer' failed.out of paper",
                                          "1 event sink 'printer' failed.TRANSIENT",
                                          "1 event sink 'printer' failed.unknown exception"));

@@ -61,10 +61,14 @@ TEST(Trace, writesOnlyUpToItsLevel) {
   for (int highest = 0; highest <= 4; ++highest) {
     trace.clear();
     zk::platform::setTraceLevel(highest);
-    for (const int level : {-1, 0, 1, 2, 3}) TaDebug(level, "text");
+    for (const int level : {-1, 0, 1, 2, 3}) {
+      TaDebug(level, "text");
+    }
     TaTrace("text");
     std::string written;
-    for (const TraceLine& line : trace.lines()) written += std::to_string(line.level);
+    for (const TraceLine& line : trace.lines()) {
+      written += std::to_string(line.level);
+    }
     EXPECT_EQ(written, expected[highest]) << highest;
   }
 }

@@ -16,7 +16,9 @@ template <class Condition>
 bool becomesTrue(Condition condition) {
   const auto end = std::chrono::steady_clock::now() + DEADLINE;
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
+    if (std::chrono::steady_clock::now() > end) {
+      return false;
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   return true;
@@ -28,7 +30,14 @@ class Gate {
  public:
   void pass() {
     std::unique_lock<std::mutex> lock(mutex_);
+    entered_ = true;
     changed_.wait_for(lock, DEADLINE, [this] { return open_; });
+  }
+
+  // Whether anybody came to pass.
+  bool entered() {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    return entered_;
   }
 
   void open() {
@@ -40,6 +49,7 @@ class Gate {
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
+  bool entered_ = false;
   bool open_ = false;
 };
 

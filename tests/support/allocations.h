@@ -21,7 +21,9 @@ long allocationsOf(Action action) {
 
 void* operator new(std::size_t size) {
   ++zk::test::allocations;
-  if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
+  if (void* memory = std::malloc(size != 0 ? size : 1)) {
+    return memory;
+  }
   throw std::bad_alloc();
 }
 

@@ -1,7 +1,7 @@
 #include "zk_quornex/messages/messagehandle.h"
 
 #include "zk_quornex/messages/traceorigin.h"
-#include "zk_quornex/notify/exceptions.h"
+#include "zk_quornex/notify/missingservice.h"
 
 namespace NS_QUORCORBA {
 

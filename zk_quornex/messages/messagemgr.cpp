@@ -16,6 +16,8 @@ namespace NS_QUORCORBA {
 
 namespace {
 
+using Numbers = std::vector<long>;
+using Texts = std::vector<std::string>;
 using StaticLock = ACE_Guard<ACE_Recursive_Thread_Mutex>;
 
 // An ACE_RW_Mutex that clang can follow; read and write guards may fail to lock it.
@@ -184,10 +186,9 @@ int NXMessageMgr::setLayerFilter(long msgClass, long clientID,
                   [&](NXMessageHandle& handle) { return handle.setLayerFilter(clientID, layers); });
 }
 
-int NXMessageMgr::GetFilter(long msgClass, long clientID, std::vector<long>& first,
-                            std::vector<std::string>& second, std::vector<long>& third,
-                            std::vector<long>& fourth, stDateTimeType& start, stDateTimeType& end,
-                            std::vector<std::string>& fifth) {
+int NXMessageMgr::GetFilter(long msgClass, long clientID, Numbers& first, Texts& second,
+                            Numbers& third, Numbers& fourth, stDateTimeType& start,
+                            stDateTimeType& end, Texts& fifth) {
   return onClient(msgClass, clientID, "NXMessageMgr::GetFilter failed.msgClass=%d,clientID=%d",
                   [&](NXMessageHandle& handle) {
                     return handle.GetFilter(clientID, first, second, third, fourth, start, end,
@@ -195,10 +196,9 @@ int NXMessageMgr::GetFilter(long msgClass, long clientID, std::vector<long>& fir
                   });
 }
 
-int NXMessageMgr::suspendFilter(long msgClass, long clientID, std::vector<long>& first,
-                                std::vector<long>& second, std::vector<long>& third,
-                                std::vector<long>& fourth, stDateTimeType& start,
-                                stDateTimeType& end, std::vector<std::string>& fifth) {
+int NXMessageMgr::suspendFilter(long msgClass, long clientID, Numbers& first, Numbers& second,
+                                Numbers& third, Numbers& fourth, stDateTimeType& start,
+                                stDateTimeType& end, Texts& fifth) {
   return onClient(msgClass, clientID, "NXMessageMgr::suspendFilter failed.msgClass=%d,clientID=%d",
                   [&](NXMessageHandle& handle) {
                     return handle.suspendFilter(clientID, first, second, third, fourth, start, end,
@@ -206,10 +206,9 @@ int NXMessageMgr::suspendFilter(long msgClass, long clientID, std::vector<long>&
                   });
 }
 
-int NXMessageMgr::resumeFilter(long msgClass, long clientID, std::vector<long>& first,
-                               std::vector<long>& second, std::vector<long>& third,
-                               std::vector<long>& fourth, stDateTimeType& start,
-                               stDateTimeType& end, std::vector<std::string>& fifth) {
+int NXMessageMgr::resumeFilter(long msgClass, long clientID, Numbers& first, Numbers& second,
+                               Numbers& third, Numbers& fourth, stDateTimeType& start,
+                               stDateTimeType& end, Texts& fifth) {
   return onClient(msgClass, clientID, "NXMessageMgr::resumeFilter failed.msgClass=%d,clientID=%d",
                   [&](NXMessageHandle& handle) {
                     return handle.resumeFilter(clientID, first, second, third, fourth, start, end,
@@ -217,10 +216,9 @@ int NXMessageMgr::resumeFilter(long msgClass, long clientID, std::vector<long>& 
                   });
 }
 
-int NXMessageMgr::cancelFilter(long msgClass, long clientID, std::vector<long>& first,
-                               std::vector<long>& second, std::vector<long>& third,
-                               std::vector<long>& fourth, stDateTimeType& start,
-                               stDateTimeType& end, std::vector<std::string>& fifth) {
+int NXMessageMgr::cancelFilter(long msgClass, long clientID, Numbers& first, Numbers& second,
+                               Numbers& third, Numbers& fourth, stDateTimeType& start,
+                               stDateTimeType& end, Texts& fifth) {
   return onClient(msgClass, clientID, "NXMessageMgr::cancelFilter failed.msgClass=%d,clientID=%d",
                   [&](NXMessageHandle& handle) {
                     return handle.cancelFilter(clientID, first, second, third, fourth, start, end,

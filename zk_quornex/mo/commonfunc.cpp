@@ -1,5 +1,6 @@
 #include "zk_quornex/mo/commonfunc.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <memory>
@@ -37,18 +38,9 @@ unsigned long setByNmsName(const globaldefs::NVSList_T& name, const char* text,
 }
 
 bool hasSetters(int nameType) {
-  switch (nameType) {
-    case NAME_EMS:
-    case NAME_MANAGED_ELEMENT:
-    case NAME_SUBNETWORK:
-    case NAME_TOPOLOGICAL_LINK:
-    case NAME_NODE:
-    case NAME_SUBMAP:
-    case NAME_DISPLAY_LINK:
-      return true;
-    default:
-      return false;
-  }
+  constexpr int WITH[] = {NAME_EMS,  NAME_MANAGED_ELEMENT, NAME_SUBNETWORK,  NAME_TOPOLOGICAL_LINK,
+                          NAME_NODE, NAME_SUBMAP,          NAME_DISPLAY_LINK};
+  return std::find(std::begin(WITH), std::end(WITH), nameType) != std::end(WITH);
 }
 
 void sendChange(TEName* name, const char* attribute, const char* text) {

@@ -12,12 +12,7 @@ namespace {
 constexpr char MAKER[] = "Veltra";
 
 // Only the owner "3000" is kept, deliberately, though no device comes with one.
-std::string ownerOf(std::string owner) {
-  if (owner.empty() || owner != "3000") {
-    owner = MAKER;
-  }
-  return owner;
-}
+std::string ownerOf(const std::string& owner) { return owner == "3000" ? owner : MAKER; }
 
 }  // namespace
 

@@ -31,18 +31,7 @@ const char* afterRoot(const char* path) {
 bool TrimAndCheck(std::string& text, bool digitsOnly) {
   text.erase(text.find_last_not_of(' ') + 1);
   text.erase(0, text.find_first_not_of(' '));
-  if (text.empty()) {
-    return false;
-  }
-  if (!digitsOnly) {
-    return true;
-  }
-  for (const char character : text) {
-    if (!isDigit(character)) {
-      return false;
-    }
-  }
-  return true;
+  return !text.empty() && (!digitsOnly || std::all_of(text.begin(), text.end(), isDigit));
 }
 
 bool IsNumeric(const char* text) {

@@ -1,5 +1,6 @@
 // The classifier of layered termination-point names: the template table, the
 // reading of a name against it, and the rules its values obey.
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 
@@ -215,15 +216,9 @@ bool ParseTPLayeredName(const char* name, std::map<std::string, unsigned long>& 
 
 bool CheckTPValues(const std::map<std::string, unsigned long>& values, unsigned int templateId) {
   const ValueRule rule = ruleOf(templateId);
-  if (rule == nullptr) {
-    return true;
-  }
-  for (const auto& [key, value] : values) {
-    if (!rule(key, value)) {
-      return false;
-    }
-  }
-  return true;
+  return rule == nullptr || std::all_of(values.begin(), values.end(), [rule](const auto& entry) {
+           return rule(entry.first, entry.second);
+         });
 }
 
 }  // namespace NS_QUORCORBA

@@ -48,8 +48,4 @@ class InterfaceNotExistException : public ProcessException {
   ~InterfaceNotExistException() override = default;
 };
 
-// The library's own, not exported: throws an InterfaceNotExistException with its
-// code and no texts.
-[[noreturn]] void throwInterfaceNotExist();
-
 #endif

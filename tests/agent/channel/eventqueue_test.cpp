@@ -127,6 +127,7 @@ TEST_F(Queue, losesAndDoublesNothingWhateverIsAskedFor) {
 
 TEST_F(Queue, wakesEverybodyWhoWaitsForWhatComesTogether) {
   std::vector<std::future<Ids>> waiting;
+  waiting.reserve(4);
   for (int i = 0; i < 4; ++i) {
     waiting.push_back(fetching(1));
   }

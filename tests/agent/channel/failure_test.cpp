@@ -49,7 +49,9 @@ TEST_F(Failure, ofOneConsumerToReturnDelaysNoOther) {
 TEST_F(Failure, thatPassesIsSurvived) {
   StructuredPush client(local);
   client.consumer->onPush = [&] {
-    if (client.consumer->calls <= 3) throw CORBA::TRANSIENT();
+    if (client.consumer->calls <= 3) {
+      throw CORBA::TRANSIENT();
+    }
   };
   client.connect();
   sendNumbers(1, 10);
@@ -164,9 +166,15 @@ TEST(ManyClients, allSeeTheSameEventsInTheSameOrder) {
     pulled.insert(pulled.end(), some.begin(), some.end());
   }
   EXPECT_EQ(pulled, order);
-  for (const auto& client : structured) EXPECT_TRUE(receives(*client, order));
-  for (const auto& client : sequences) EXPECT_TRUE(receives(*client, order));
-  for (std::thread& producer : producers) producer.join();
+  for (const auto& client : structured) {
+    EXPECT_TRUE(receives(*client, order));
+  }
+  for (const auto& client : sequences) {
+    EXPECT_TRUE(receives(*client, order));
+  }
+  for (std::thread& producer : producers) {
+    producer.join();
+  }
   EXPECT_EQ(std::set<std::string>(order.begin(), order.end()).size(), TOTAL);
   gate.open();
 }

@@ -290,8 +290,12 @@ TEST_F(Filtering, refusesTypesThatNobodyCanMean) {
   std::vector<const char*> many;
   names.reserve(129);
   many.reserve(129);
-  for (int i = 0; i < 129; ++i) names.push_back("T" + std::to_string(i));
-  for (const std::string& name : names) many.push_back(name.c_str());
+  for (int i = 0; i < 129; ++i) {
+    names.push_back("T" + std::to_string(i));
+  }
+  for (const std::string& name : names) {
+    many.push_back(name.c_str());
+  }
   EXPECT_THROW(client.proxy->subscription_change(types(many), EventTypeSeq()), CORBA::IMP_LIMIT);
   EXPECT_EQ(passing(client), (Ids{"critical", "major", "minor", "creation"}));
 }

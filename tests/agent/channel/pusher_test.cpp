@@ -56,7 +56,9 @@ class PusherTest : public testing::TestWithParam<bool> {
   }
   void failTimes(int times, const std::function<void()>& failure) {
     target->onPush = [this, times, failure] {
-      if (target->calls <= times) failure();
+      if (target->calls <= times) {
+        failure();
+      }
     };
   }
 

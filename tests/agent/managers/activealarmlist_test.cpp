@@ -1,5 +1,5 @@
 // Lists of active alarms.
-#include "agent/managers/activealarms.h"
+#include "agent/managers/queries.h"
 
 #include "tests/agent/tmf/network.h"
 

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "agent/managers/elementmanager.h"
-#include "agent/managers/emsmanager.h"
+#include "agent/managers/managers.h"
 #include "tests/agent/support/localagent.h"
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "agent/base/sequences.h"
-#include "agent/managers/pagedlist.h"
+#include "agent/managers/iterators.h"
 #include "tests/agent/support/names.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "agent/managers/emsmanager.h"
+#include "agent/managers/managers.h"
 
 #include <gtest/gtest.h>
 

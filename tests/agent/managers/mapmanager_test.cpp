@@ -1,4 +1,4 @@
-#include "agent/managers/mapmanager.h"
+#include "agent/managers/managers.h"
 
 #include <gtest/gtest.h>
 

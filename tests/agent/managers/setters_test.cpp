@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "agent/managers/managerservant.h"
+#include "agent/managers/managers.h"
 #include "tests/agent/support/localagent.h"
 #include "tests/agent/support/names.h"
 #include "tests/agent/support/refusals.h"

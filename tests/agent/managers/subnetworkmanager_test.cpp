@@ -1,4 +1,4 @@
-#include "agent/managers/subnetworkmanager.h"
+#include "agent/managers/managers.h"
 
 #include <gtest/gtest.h>
 

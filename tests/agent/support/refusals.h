@@ -2,31 +2,15 @@
 #ifndef ZK_TESTS_AGENT_SUPPORT_REFUSALS_H
 #define ZK_TESTS_AGENT_SUPPORT_REFUSALS_H
 
-#include <array>
 #include <string>
 
+#include "tests/support/exceptiontypes.h"
 #include "zk_quornex/idl/names.h"
 
 namespace zk::test {
 
 inline std::string nameOfType(globaldefs::ExceptionType_T type) {
-  static const std::array<const char*, 16> names = {"NOT_IMPLEMENTED",
-                                                    "INTERNAL_ERROR",
-                                                    "INVALID_INPUT",
-                                                    "OBJECT_IN_USE",
-                                                    "TP_INVALID_ENDPOINT",
-                                                    "ENTITY_NOT_FOUND",
-                                                    "TIMESLOT_IN_USE",
-                                                    "PROTECTION_EFFORT_NOT_MET",
-                                                    "NOT_IN_VALID_STATE",
-                                                    "UNABLE_TO_COMPLY",
-                                                    "NE_COMM_LOSS",
-                                                    "CAPACITY_EXCEEDED",
-                                                    "ACCESS_DENIED",
-                                                    "TOO_MANY_OPEN_ITERATORS",
-                                                    "UNSUPPORTED_ROUTING_CONSTRAINTS",
-                                                    "USERLABEL_IN_USE"};
-  return names.at(static_cast<std::size_t>(type));
+  return EXCEPTION_TYPES.at(static_cast<std::size_t>(type));
 }
 
 // "INVALID_INPUT: reason" of the refusal; "" when there was none.

@@ -1,5 +1,5 @@
 // Alarms of the embedded EMS as events.
-#include "agent/tmf/alarmevent.h"
+#include "agent/tmf/nmsrecords.h"
 
 #include "tests/agent/tmf/network.h"
 #include "zk_quornex/idl/managers.h"

@@ -1,6 +1,7 @@
 // Labels, owners and names that change in the embedded EMS.
 #include "agent/ems/inventorybackend.h"
 #include "tests/agent/tmf/network.h"
+#include "tests/support/objectevent.h"
 #include "zk_quornex/mo/commonfunc.h"
 
 namespace {
@@ -12,22 +13,9 @@ using Texts = std::vector<std::string>;
 std::string change(const std::string& name, const std::string& objectType,
                    const std::string& qualifier, const std::string& attribute,
                    const std::string& text) {
-  return "header=tmf_mtnm|NT_ATTRIBUTE_VALUE_CHANGE|\n"
-         "0 notificationId=string:0\n"
-         "1 objectName=NVSList_T:EMS=Quor/1" +
-         name +
-         "\n"
-         "2 objectType=ObjectType_T:" +
-         objectType +
-         "\n"
-         "3 objectTypeQualifier=string:" +
-         qualifier +
-         "\n"
-         "4 emsTime=string:20121120094200.0Z\n"
-         "5 neTime=string:20121120094200.0Z\n"
-         "6 edgePointRelated=boolean:false\n"
-         "7 attributeList=NVList_T:[" +
-         attribute + "=string:" + text + "]\nbody=empty\n";
+  return zk::test::objectEventText({"tmf_mtnm|NT_ATTRIBUTE_VALUE_CHANGE|", "EMS=Quor/1" + name,
+                                    objectType, qualifier, "20121120094200.0Z"},
+                                   false, "empty", attribute + "=string:" + text);
 }
 
 class AttributeNotifications : public Network {};

@@ -2,6 +2,7 @@
 #include "agent/tmf/names.h"
 #include "tests/agent/tmf/network.h"
 #include "tests/mo/recordtext.h"
+#include "tests/support/objectevent.h"
 #include "zk_quornex/names/aidname.h"
 #include "zk_quornex/names/mapname.h"
 #include "zk_quornex/names/tename.h"
@@ -20,23 +21,9 @@ using Texts = std::vector<std::string>;
 std::string objectEvent(const std::string& type, const std::string& name,
                         const std::string& objectType, const std::string& qualifier,
                         const std::string& body) {
-  return "header=tmf_mtnm|" + type +
-         "|\n"
-         "0 notificationId=string:0\n"
-         "1 objectName=NVSList_T:EMS=Quor/1|" +
-         name +
-         "\n"
-         "2 objectType=ObjectType_T:" +
-         objectType +
-         "\n"
-         "3 objectTypeQualifier=string:" +
-         qualifier +
-         "\n"
-         "4 emsTime=string:20121120094200.0Z\n"
-         "5 neTime=string:20121120094200.0Z\n"
-         "6 edgePointRelated=boolean:false\n"
-         "body=" +
-         body + "\n";
+  return zk::test::objectEventText(
+      {"tmf_mtnm|" + type + "|", "EMS=Quor/1|" + name, objectType, qualifier, "20121120094200.0Z"},
+      false, body);
 }
 
 std::string creation(const std::string& name, const std::string& objectType,

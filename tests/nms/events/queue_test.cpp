@@ -3,7 +3,7 @@
 #include <atomic>
 #include <thread>
 
-#include "nms/events/queue.h"
+#include "nms/events/subscription.h"
 
 namespace zk::nms {
 namespace {

@@ -5,44 +5,15 @@
 #include <gtest/gtest.h>
 #include <json/reader.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <sstream>
 
 #include "tests/nms/support/fakeagent.h"
 #include "tests/nms/support/process.h"
+#include "tests/platform/waiting.h"
 
 namespace zk::test {
 
 using Arguments = std::vector<std::string>;
-
-// Something that a servant waits in until the test lets it go.
-class Gate {
- public:
-  void pass() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    entered_ = true;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return open_; });
-  }
-
-  bool entered() {
-    const std::lock_guard<std::mutex> guard(mutex_);
-    return entered_;
-  }
-
-  void open() {
-    const std::lock_guard<std::mutex> guard(mutex_);
-    open_ = true;
-    changed_.notify_all();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool entered_ = false;
-  bool open_ = false;
-};
 
 class Program : public testing::Test {
  protected:

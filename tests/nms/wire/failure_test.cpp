@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "nms/wire/failure.h"
+#include "tests/support/exceptiontypes.h"
 
 namespace zk::nms {
 namespace {
@@ -39,26 +40,10 @@ TEST(ExitCode, ofARefusalIs1WithTypeAndReason) {
 }
 
 TEST(Refusal, namesEveryType) {
-  const char* const names[] = {"NOT_IMPLEMENTED",
-                               "INTERNAL_ERROR",
-                               "INVALID_INPUT",
-                               "OBJECT_IN_USE",
-                               "TP_INVALID_ENDPOINT",
-                               "ENTITY_NOT_FOUND",
-                               "TIMESLOT_IN_USE",
-                               "PROTECTION_EFFORT_NOT_MET",
-                               "NOT_IN_VALID_STATE",
-                               "UNABLE_TO_COMPLY",
-                               "NE_COMM_LOSS",
-                               "CAPACITY_EXCEEDED",
-                               "ACCESS_DENIED",
-                               "TOO_MANY_OPEN_ITERATORS",
-                               "UNSUPPORTED_ROUTING_CONSTRAINTS",
-                               "USERLABEL_IN_USE"};
-  for (int i = 0; i < 16; ++i) {
+  for (std::size_t i = 0; i < test::EXCEPTION_TYPES.size(); ++i) {
     const auto type = static_cast<globaldefs::ExceptionType_T>(i);
     EXPECT_EQ(refusalText(ProcessingFailureException(type, "")),
-              std::string("EXCPT_") + names[i] + ": ");
+              std::string("EXCPT_") + test::EXCEPTION_TYPES.at(i) + ": ");
   }
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "nms/wire/nmssession.h"
+#include "nms/wire/connection.h"
 #include "tests/nms/support/orb.h"
 
 namespace zk::test {

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "nms/wire/failure.h"
-#include "nms/wire/objectname.h"
+#include "nms/wire/text.h"
 
 namespace zk::nms {
 namespace {

@@ -37,13 +37,17 @@ template <class Entry>
 std::shared_ptr<Entry> exchange(ByName<Entry>& entries, const std::string& name,
                                 std::shared_ptr<Entry> entry) {
   std::shared_ptr<Entry> before = std::exchange(entries[name], entry);
-  if (entry == nullptr) entries.erase(name);
+  if (entry == nullptr) {
+    entries.erase(name);
+  }
   return before;
 }
 
 template <class Entry>
 std::shared_ptr<Entry> find(const ByName<Entry>& entries, const char* name) {
-  if (name == nullptr) return nullptr;
+  if (name == nullptr) {
+    return nullptr;
+  }
   const auto found = entries.find(name);
   return found != entries.end() ? found->second : nullptr;
 }

@@ -19,10 +19,7 @@ class SystemClock : public Clock {
   system_clock::time_point now() override { return system_clock::now(); }
 };
 
-Replaceable<Clock>& clock() {
-  static Replaceable<Clock> current(&immortal<SystemClock>());
-  return current;
-}
+Replaceable<Clock>& clock() { return replaceable<Clock, SystemClock>(); }
 
 }  // namespace
 

@@ -23,13 +23,11 @@ class StandardAgentConfig : public NS_QUORCORBA::CorbaAgentConfig {
 };
 
 Replaceable<NS_CORBA::CorbaBaseAgentConfig>& emsConfig() {
-  static Replaceable<NS_CORBA::CorbaBaseAgentConfig> current(&immortal<StandardEmsConfig>());
-  return current;
+  return replaceable<NS_CORBA::CorbaBaseAgentConfig, StandardEmsConfig>();
 }
 
 Replaceable<NS_QUORCORBA::CorbaAgentConfig>& agentConfig() {
-  static Replaceable<NS_QUORCORBA::CorbaAgentConfig> current(&immortal<StandardAgentConfig>());
-  return current;
+  return replaceable<NS_QUORCORBA::CorbaAgentConfig, StandardAgentConfig>();
 }
 
 }  // namespace

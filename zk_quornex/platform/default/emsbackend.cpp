@@ -5,10 +5,7 @@
 namespace zk::platform {
 namespace {
 
-Replaceable<EmsBackend>& backend() {
-  static Replaceable<EmsBackend> current(&immortal<EmsBackend>());
-  return current;
-}
+Replaceable<EmsBackend>& backend() { return replaceable<EmsBackend, EmsBackend>(); }
 
 }  // namespace
 

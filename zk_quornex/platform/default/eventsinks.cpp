@@ -40,7 +40,9 @@ std::shared_ptr<const SinkList::ByName> SinkList::current() const {
 
 bool SinkList::add(const std::string& name, std::shared_ptr<EventSink> sink, std::size_t capacity) {
   const MutexLock guard(mutex_);
-  if (sinks_->count(name) != 0) return false;
+  if (sinks_->count(name) != 0) {
+    return false;
+  }
   auto changed = std::make_shared<ByName>(*sinks_);
   auto queue = std::make_shared<SinkQueue>(name, std::move(sink), capacity);
   changed->emplace(name, queue);
@@ -52,7 +54,9 @@ bool SinkList::add(const std::string& name, std::shared_ptr<EventSink> sink, std
 std::shared_ptr<SinkQueue> SinkList::remove(const std::string& name) {
   const MutexLock guard(mutex_);
   const auto found = sinks_->find(name);
-  if (found == sinks_->end()) return nullptr;
+  if (found == sinks_->end()) {
+    return nullptr;
+  }
   std::shared_ptr<SinkQueue> queue = found->second;
   auto changed = std::make_shared<ByName>(*sinks_);
   changed->erase(name);
@@ -65,27 +69,32 @@ class QueueingPusher : public EventPusher {
  public:
   void push(CosNotification::StructuredEvent& event) override {
     const auto sinks = immortal<SinkList>().current();
-    if (sinks->empty()) return;
+    if (sinks->empty()) {
+      return;
+    }
     const SharedEvent copy = std::make_shared<const CosNotification::StructuredEvent>(event);
-    for (const auto& [name, queue] : *sinks) queue->add(copy);
+    for (const auto& [name, queue] : *sinks) {
+      queue->add(copy);
+    }
   }
 };
 
-Replaceable<EventPusher>& pusher() {
-  static Replaceable<EventPusher> current(&immortal<QueueingPusher>());
-  return current;
-}
+Replaceable<EventPusher>& pusher() { return replaceable<EventPusher, QueueingPusher>(); }
 
 }  // namespace
 
 bool addEventSink(const std::string& name, std::shared_ptr<EventSink> sink, std::size_t capacity) {
-  if (sink == nullptr) throw std::invalid_argument("event sink '" + name + "' is null");
+  if (sink == nullptr) {
+    throw std::invalid_argument("event sink '" + name + "' is null");
+  }
   return immortal<SinkList>().add(name, std::move(sink), capacity);
 }
 
 SinkCounts removeEventSink(const std::string& name) {
   const std::shared_ptr<SinkQueue> queue = immortal<SinkList>().remove(name);
-  if (queue == nullptr) return {};
+  if (queue == nullptr) {
+    return {};
+  }
   queue->finish();
   return queue->counts();
 }

@@ -90,7 +90,9 @@ class NamedLog : public NS_BUNDLEMGR1::LogProxy {
   // The log ends its lines itself: a line end that closes the text is left out.
   void Write(const char* text) override {
     std::string_view line(text != nullptr ? text : "(null)");
-    if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+    if (!line.empty() && line.back() == '\n') {
+      line.remove_suffix(1);
+    }
     logger_->log(severity_, spdlog::string_view_t(line.data(), line.size()));
   }
 
@@ -122,16 +124,15 @@ constexpr int PLAIN = 4;
 // A constant initialiser: good before any static initialiser runs.
 std::atomic<int> highestLevel{STANDARD_TRACE_LEVEL};
 
-Replaceable<TraceSink>& traceSink() {
-  static Replaceable<TraceSink> current(&immortal<LogTraceSink>());
-  return current;
-}
+Replaceable<TraceSink>& traceSink() { return replaceable<TraceSink, LogTraceSink>(); }
 
 inline bool isOff(int level) { return level > highestLevel.load(std::memory_order_relaxed); }
 
 // Levels from below the first are not written: sinks know 1 to 4.
 void write(int level, const char* text) {
-  if (level >= 1) traceSink().get()->write(level, *NS_CORBA::GetTss(), text);
+  if (level >= 1) {
+    traceSink().get()->write(level, *NS_CORBA::GetTss(), text);
+  }
 }
 
 // Formats on the stack; only a text longer than that costs an allocation.
@@ -182,12 +183,16 @@ TraceRecord* GetTss() {
 }
 
 void TaDebug(int level, const char* text) {
-  if (zk::platform::isOff(level)) return;
+  if (zk::platform::isOff(level)) {
+    return;
+  }
   zk::platform::write(level, text != nullptr ? text : "(null)");
 }
 
 void TaDebugWithPara(int level, const char* format, ...) {
-  if (zk::platform::isOff(level)) return;
+  if (zk::platform::isOff(level)) {
+    return;
+  }
   va_list arguments;
   va_start(arguments, format);
   zk::platform::writeFormatted(level, format, arguments);
@@ -195,7 +200,9 @@ void TaDebugWithPara(int level, const char* format, ...) {
 }
 
 void TaTrace(const char* format, ...) {
-  if (zk::platform::isOff(zk::platform::PLAIN)) return;
+  if (zk::platform::isOff(zk::platform::PLAIN)) {
+    return;
+  }
   va_list arguments;
   va_start(arguments, format);
   zk::platform::writeFormatted(zk::platform::PLAIN, format, arguments);

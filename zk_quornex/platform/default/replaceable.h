@@ -40,6 +40,13 @@ class Replaceable {
   Interface* standard_;
 };
 
+// The process's one part of this interface, with a Standard in place at first.
+template <class Interface, class Standard>
+Replaceable<Interface>& replaceable() {
+  static Replaceable<Interface> part(&immortal<Standard>());
+  return part;
+}
+
 }  // namespace zk::platform
 
 #endif

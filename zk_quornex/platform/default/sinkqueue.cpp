@@ -26,7 +26,9 @@ void SinkQueue::start() {
 }
 
 void SinkQueue::add(const SharedEvent& event) {
-  if (tryAdd(event) != Added::FIRST_DROPPED) return;
+  if (tryAdd(event) != Added::FIRST_DROPPED) {
+    return;
+  }
   NS_CORBA::SetTraceOrigin("sinkqueue.cpp", __LINE__, "add");
   NS_CORBA::TaDebugWithPara(1, "event sink '%s' is full, events are dropped.capacity=%zu",
                             name_.c_str(), capacity_);
@@ -34,7 +36,9 @@ void SinkQueue::add(const SharedEvent& event) {
 
 SinkQueue::Added SinkQueue::tryAdd(const SharedEvent& event) {
   const MutexLock guard(mutex_);
-  if (finished_) return Added::DROPPED;
+  if (finished_) {
+    return Added::DROPPED;
+  }
   if (waiting_.size() >= capacity_) {
     ++counts_.dropped;
     return std::exchange(overflowing_, true) ? Added::DROPPED : Added::FIRST_DROPPED;
@@ -46,7 +50,9 @@ SinkQueue::Added SinkQueue::tryAdd(const SharedEvent& event) {
 
 bool SinkQueue::takeNext() {
   const SharedEvent event = waitForNext();
-  if (event == nullptr) return false;
+  if (event == nullptr) {
+    return false;
+  }
   handOver(event);
   const MutexLock guard(mutex_);
   ++counts_.taken;
@@ -59,10 +65,14 @@ SharedEvent SinkQueue::waitForNext() {
   while (!finished_ && waiting_.empty()) {
     changed_.wait(mutex_);
   }
-  if (waiting_.empty()) return nullptr;
+  if (waiting_.empty()) {
+    return nullptr;
+  }
   SharedEvent event = std::move(waiting_.front());
   waiting_.pop_front();
-  if (waiting_.empty()) overflowing_ = false;
+  if (waiting_.empty()) {
+    overflowing_ = false;
+  }
   return event;
 }
 

@@ -19,7 +19,9 @@ class FakeSource : public zk::agent::EventSource {
     ++waits_;
     changed_.wait_until(lock, until, [this] { return over_ || list_; });
     --waits_;
-    if (over_) return State::OVER;
+    if (over_) {
+      return State::OVER;
+    }
     return list_ ? State::EVENTS : State::TIME_OUT;
   }
 

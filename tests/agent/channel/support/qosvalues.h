@@ -28,8 +28,12 @@ inline CORBA::Any flag(bool value) {
 inline std::string dumpValue(const CORBA::Any& any) {
   CORBA::ULongLong large = 0;
   CORBA::Short small = 0;
-  if (any >>= large) return "ulonglong:" + std::to_string(large);
-  if (any >>= small) return "short:" + std::to_string(small);
+  if (any >>= large) {
+    return "ulonglong:" + std::to_string(large);
+  }
+  if (any >>= small) {
+    return "short:" + std::to_string(small);
+  }
   return dumpAny(any);
 }
 

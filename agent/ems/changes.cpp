@@ -1,4 +1,4 @@
-#include "agent/ems/delivery.h"
+#include "agent/ems/changes.h"
 
 #include <exception>
 #include <iterator>

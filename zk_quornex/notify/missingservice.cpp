@@ -1,3 +1,5 @@
+#include "zk_quornex/notify/missingservice.h"
+
 #include "zk_quornex/notify/exceptions.h"
 
 // Copied from a reference: since C++23 the name of a local variable would be

@@ -1,4 +1,4 @@
-#include "agent/managers/openiterators.h"
+#include "agent/managers/iterators.h"
 
 #include <string>
 #include <vector>
