@@ -1,13 +1,28 @@
 #include "agent/managers/activealarms.h"
 
+#include <cstring>
+#include <string>
 #include <vector>
 
 #include "agent/base/sequences.h"
 #include "agent/tmf/alarmevent.h"
+#include "agent/tmf/errors.h"
 
 namespace zk::agent {
 
 namespace {
+
+// Of what a query leaves out: some times as much as there is.
+constexpr std::size_t MOST_CAUSES = 1024;
+constexpr std::size_t MOST_SEVERITIES = 64;
+constexpr std::size_t LONGEST_CAUSE = 255;
+
+void requireAtMost(std::size_t most, std::size_t count, const char* what) {
+  if (count > most) {
+    throw refusal(globaldefs::EXCPT_INVALID_INPUT,
+                  "more than " + std::to_string(most) + " " + what);
+  }
+}
 
 std::vector<long> idsOfActive(const Inventory& inventory, const ExcludedAlarms& excluded,
                               std::optional<long> deviceId) {
@@ -29,7 +44,10 @@ CosNotification::StructuredEvent listed(const Inventory& inventory, const AlarmR
 
 ExcludedAlarms::ExcludedAlarms(const notifications::ProbableCauseList_T& causes,
                                const notifications::PerceivedSeverityList_T& excludedSeverities) {
+  requireAtMost(MOST_CAUSES, causes.length(), "probable causes");
+  requireAtMost(MOST_SEVERITIES, excludedSeverities.length(), "severities");
   for (CORBA::ULong i = 0; i < causes.length(); ++i) {
+    requireAtMost(LONGEST_CAUSE, std::strlen(causes[i]), "characters in a probable cause");
     probableCauses.emplace(causes[i]);
   }
   for (CORBA::ULong i = 0; i < excludedSeverities.length(); ++i) {
