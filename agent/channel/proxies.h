@@ -39,7 +39,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   Qos& qos() { return *qos_; }
 
   // These throw AlreadyConnected, OBJECT_NOT_EXIST once closed, NO_RESOURCES when
-  // there is no thread; the proxy is of no use then. farewell tells the consumer
+  // there is no thread, or the session has as many as it may; the proxy is of no
+  // use then. farewell tells the consumer
   // that the channel let go of it.
   void connectPush(const std::shared_ptr<PushTarget>& target);
   void connectPull(std::function<void()> farewell);
@@ -67,6 +68,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   void connect(std::function<void()> farewell) ZK_REQUIRES(mutex_);
   void checkConnected() const ZK_REQUIRES(mutex_);
   void deliver(const std::shared_ptr<PushTarget>& target);
+  // Returns why the consumer was given up; "" once the proxy is closed.
+  std::string pushAll(const std::shared_ptr<PushTarget>& target);
 
   const std::shared_ptr<const ChannelParts> parts_;
   const std::shared_ptr<ProxyGroup> group_;
