@@ -95,14 +95,21 @@ void Proxy::connectPull(std::function<void()> farewell) {
 // lost, and not the agent.
 void Proxy::deliver(const std::shared_ptr<PushTarget>& target) {
   std::string why = "an error here";
-  const bool ended = runLogged("a push thread", [&] { why = pushAll(target); });
-  if (!ended) {
-    runLogged("telling a loss", [this] { gate_->miss(TimeChange::getUTCTime(), ""); });
+  if (!runLogged("a push thread", [&] { why = pushAll(target); })) {
+    loseEvents();
   }
-  if (!ended || !why.empty()) {
-    runLogged("ending a proxy", [&] { givenUp_(number_, why); });
-    gate_->close();
+  if (!why.empty()) {
+    giveUp(why);
   }
+}
+
+void Proxy::loseEvents() noexcept {
+  runLogged("telling a loss", [this] { gate_->miss(TimeChange::getUTCTime(), ""); });
+}
+
+void Proxy::giveUp(const std::string& why) noexcept {
+  runLogged("ending a proxy", [&] { givenUp_(number_, why); });
+  gate_->close();
 }
 
 std::string Proxy::pushAll(const std::shared_ptr<PushTarget>& target) {
@@ -153,7 +160,14 @@ CORBA::ULong Proxy::pull(CORBA::ULong most, CosNotification::EventBatch& batch, 
     queue = queue_;
   }
   const auto until = wait ? EventQueue::never() : Gate::Clock::now();
-  const CORBA::ULong count = queue->fetch(most, batch, until);
+  CORBA::ULong count = 0;
+  const bool fetched =
+      runLogged("fetching events", [&] { count = queue->fetch(most, batch, until); });
+  if (!fetched) {
+    loseEvents();
+    giveUp("an error here");
+    throw CORBA::NO_MEMORY();
+  }
   if (count == 0 && gate_->isClosed()) {
     throw CosEventComm::Disconnected();
   }

@@ -27,7 +27,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
  public:
   using GivenUp = std::function<void(long number, const std::string& why)>;
 
-  // givenUp is called once, on the push thread, when the consumer is given up.
+  // givenUp is called once, on the push thread, when the consumer is given up; for
+  // lack of memory also by the thread that pulls.
   Proxy(std::shared_ptr<const ChannelParts> parts, std::shared_ptr<ProxyGroup> group, long number,
         CosNotifyChannelAdmin::ProxyType type, GivenUp givenUp);
 
@@ -51,7 +52,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   void resume();
 
   // Up to most events, waiting for the first one if told to. They count as
-  // delivered. Throws Disconnected, also when it is closed meanwhile.
+  // delivered. Throws Disconnected, also when it is closed meanwhile, and NO_MEMORY,
+  // which ends the proxy and is a loss.
   CORBA::ULong pull(CORBA::ULong most, CosNotification::EventBatch& batch, bool wait);
 
   // Events were lost before they came here.
@@ -70,6 +72,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   void deliver(const std::shared_ptr<PushTarget>& target);
   // Returns why the consumer was given up; "" once the proxy is closed.
   std::string pushAll(const std::shared_ptr<PushTarget>& target);
+  void loseEvents() noexcept;
+  void giveUp(const std::string& why) noexcept;
 
   const std::shared_ptr<const ChannelParts> parts_;
   const std::shared_ptr<ProxyGroup> group_;

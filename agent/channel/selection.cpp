@@ -161,6 +161,9 @@ bool Selection::isSubscribed(const EventType& type, FilterWork& work) const {
 
 Verdict Selection::judge(const StructuredEvent& event, FilterWork& work) const {
   const auto state = current();
+  if (!state->everything && work.isSpent()) {
+    return Verdict::UNJUDGED;  // it may not even be subscribed to
+  }
   if (state->filters.empty()) {
     return Verdict::NO_FILTER;
   }
@@ -175,9 +178,6 @@ Verdict Selection::judge(const StructuredEvent& event, FilterWork& work) const {
 Verdict judge(const Selection& admin, const Selection& proxy,
               CosNotifyChannelAdmin::InterFilterGroupOperator combination,
               const StructuredEvent& event, FilterWork& work) {
-  if (work.isSpent()) {
-    return Verdict::UNJUDGED;
-  }
   const Verdict first = admin.judge(event, work);
   const Verdict second = proxy.judge(event, work);
   if (first == Verdict::NO_FILTER || second == Verdict::NO_FILTER) {

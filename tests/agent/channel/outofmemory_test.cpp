@@ -128,6 +128,15 @@ class Consumers {
 
 class OutOfMemory : public testing::Test {
  protected:
+  // What is there, if the proxy is.
+  static std::size_t restOf(SequencePull& client) {
+    try {
+      return client.tryNext(3).size();
+    } catch (const CORBA::Exception&) {
+      return 0;
+    }
+  }
+
   const Spared spared_;
 };
 
@@ -178,6 +187,59 @@ TEST_F(OutOfMemory, endsAPushingProxyAtWorst) {
       return consumers.haveOrLost("1") || consumers.local.session->proxies().count() < 2;
     })) << at;
     failed = failures != 0;
+  }
+  EXPECT_FALSE(failed);
+}
+
+// The thread of the NMS's own call.
+TEST_F(OutOfMemory, ofWhoeverPullsEndsTheProxyAtWorst) {
+  bool failed = true;
+  for (long at = 1; failed && at < 1000 && !HasFailure(); ++at) {
+    LocalChannel local;
+    SequencePull client(local);
+    client.connect();
+    sendNumbers(1, 3);
+    ASSERT_TRUE(
+        becomesTrue([] { return zk::platform::eventSinkCounts("event-cache").taken == 3; }));
+    CosNotification::EventBatch_var batch;
+    {
+      spared = false;
+      const Shortage shortage(at, 1);
+      try {
+        batch = client.proxy->pull_structured_events(2);
+      } catch (const CORBA::Exception&) {
+        // As it may.
+      } catch (const std::bad_alloc&) {
+        // From this side of the call.
+      }
+      spared = true;
+      failed = failures != 0;
+    }
+    std::size_t got = batch.operator->() != nullptr ? batch->length() : 0;
+    EXPECT_TRUE(becomesTrue([&] {
+      got += restOf(client);
+      return got == 3 || !local.losses->lines().empty();
+    })) << at;
+  }
+  EXPECT_FALSE(failed);
+}
+
+// Before any of the channel's threads has the event.
+TEST_F(OutOfMemory, ofWhoeverSendsIsToldWithTheNextEvent) {
+  bool failed = true;
+  for (long at = 1; failed && at < 1000 && !HasFailure(); ++at) {
+    Consumers<StructuredPull> consumers;
+    auto event = makeAlarm("1");
+    {
+      spared = false;
+      const Shortage shortage(at, 1);
+      NS_QUORCORBA::PushEvent(event);
+      spared = true;
+      failed = failures != 0;
+    }
+    send(makeAlarm("2"));
+    EXPECT_TRUE(becomesTrue([&] { return consumers.have("2"); })) << at;
+    EXPECT_TRUE(becomesTrue([&] { return consumers.haveOrLost("1"); })) << at;
   }
   EXPECT_FALSE(failed);
 }
