@@ -44,6 +44,14 @@ int traceLevelOf(LogLevel level) {
   }
 }
 
+void logThrown(const char* what, const char* thrown) noexcept {
+  try {
+    logFailure(std::string(what) + " failed: " + thrown);
+  } catch (...) {
+    // No memory for the line either.
+  }
+}
+
 }  // namespace
 
 void setLogLevel(LogLevel level) {
@@ -65,16 +73,16 @@ void logCourse(const std::string& text) {
   }
 }
 
-bool runLogged(const std::string& what, const std::function<void()>& work) {
+void logCaught(const char* what) noexcept {
   try {
-    work();
-    return true;
+    throw;
   } catch (const CORBA::Exception& failure) {
-    logFailure(what + " failed: " + failure._name());
+    logThrown(what, failure._name());
   } catch (const std::exception& failure) {
-    logFailure(what + " failed: " + failure.what());
+    logThrown(what, failure.what());
+  } catch (...) {
+    logThrown(what, "an unknown exception");
   }
-  return false;
 }
 
 std::string printable(const char* text) {

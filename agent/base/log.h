@@ -4,7 +4,6 @@
 #ifndef ZK_AGENT_BASE_LOG_H
 #define ZK_AGENT_BASE_LOG_H
 
-#include <functional>
 #include <string>
 
 namespace zk::agent {
@@ -19,9 +18,21 @@ void setLogLevel(LogLevel level);
 void logFailure(const std::string& text);
 void logCourse(const std::string& text);
 
-// Runs work and logs what it throws as "what failed: ...". Returns whether it
-// threw nothing.
-bool runLogged(const std::string& what, const std::function<void()>& work);
+// Logs the exception being handled as "what failed: ...", unless there is no
+// memory for that.
+void logCaught(const char* what) noexcept;
+
+// Runs work and logs what it throws. Returns whether it threw nothing.
+template <class Work>
+bool runLogged(const char* what, Work&& work) noexcept {
+  try {
+    work();
+    return true;
+  } catch (...) {
+    logCaught(what);
+    return false;
+  }
+}
 
 // The text with control characters replaced and cut at 200 bytes, so that a
 // client can neither forge log lines nor fill the log with one request.

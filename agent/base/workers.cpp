@@ -1,7 +1,7 @@
 #include "agent/base/workers.h"
 
+#include <exception>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "agent/base/log.h"
@@ -16,18 +16,22 @@ bool Workers::start(std::function<void()> work) {
   if (stopped_) {
     return false;
   }
-  auto over = std::make_shared<std::atomic<bool>>(false);
+  // Its place comes first: a thread that runs cannot be let go of.
+  std::list<Worker> added;
   try {
-    std::thread thread([over, kept = std::move(work)]() mutable {
+    auto over = std::make_shared<std::atomic<bool>>(false);
+    added.push_back({std::thread(), over});
+    added.back().thread = std::thread([over, kept = std::move(work)]() mutable {
       runLogged("a thread's work", kept);
       kept = nullptr;  // what it holds goes before the thread counts as over
       over->store(true);
     });
-    workers_.push_back({std::move(thread), over});
-  } catch (const std::system_error& failure) {
-    logFailure(std::string("no thread can be started: ") + failure.what());
+  } catch (const std::exception& failure) {
+    runLogged("a log line",
+              [&] { logFailure(std::string("no thread can be started: ") + failure.what()); });
     return false;
   }
+  workers_.splice(workers_.end(), added);
   return true;
 }
 

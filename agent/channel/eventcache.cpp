@@ -3,6 +3,7 @@
 #include <string>
 
 #include "agent/base/log.h"
+#include "agent/channel/events.h"
 #include "zk_quornex/messages/messagecach.h"
 #include "zk_quornex/notify/exceptions.h"
 
@@ -24,14 +25,17 @@ struct Release {
 // The gates read the event before any client's thread sees it: reading may change
 // how the ORB stores a property, and those threads copy it all at once.
 void EventCache::push(const StructuredEvent& event) {
+  ++turn_;
   const Gates gates = wanting(event.header.fixed_header.event_type);
   if (blocked_ || gates.empty()) {
     return;
   }
   auto own = std::make_unique<StructuredEvent>(event);
+  const std::size_t bytes = estimatedBytes(*own);
   AdmittedClients admitted;
+  admitted.reserve(gates.size());
   for (const auto& [client, gate] : gates) {
-    if (gate->accept(*own)) {
+    if (gate->accept(*own, bytes)) {
       admitted.push_back(client);
     }
   }
@@ -65,16 +69,32 @@ void EventCache::offer(std::unique_ptr<StructuredEvent> event, const AdmittedCli
 
 std::shared_ptr<NXListSignal> EventCache::subscribe(long client,
                                                     const std::shared_ptr<Gate>& gate) {
-  std::shared_ptr<NXListSignal> signal;
-  if (!blocked_) {
-    NXMessageMgr* const manager = NXMessageMgr::Instance();
-    manager->subscribeMsg(MESSAGE_CLASS, client, new GateFilter(client, gate), nullptr);
-    manager->setReportStatus(MESSAGE_CLASS, client, true);
-    signal = manager->listSignal(MESSAGE_CLASS, client);
+  auto signal = std::make_shared<NXListSignal>();
+  if (blocked_) {
+    return signal;
+  }
+  {
     const MutexLock guard(mutex_);
     gates_[client] = gate;
   }
-  return signal ? signal : std::make_shared<NXListSignal>();
+  NXMessageMgr* const manager = NXMessageMgr::Instance();
+  try {
+    auto filter = std::make_unique<GateFilter>(client, gate);
+    manager->subscribeMsg(MESSAGE_CLASS, client, filter.get(), nullptr);
+    static_cast<void>(filter.release());
+    manager->setReportStatus(MESSAGE_CLASS, client, true);
+    if (auto own = manager->listSignal(MESSAGE_CLASS, client)) {
+      signal = std::move(own);
+    }
+  } catch (...) {
+    unsubscribe(client);
+    throw;
+  }
+  if (signal->wait({}) == NXListSignal::State::OVER) {
+    unsubscribe(client);
+    throw CORBA::NO_RESOURCES();
+  }
+  return signal;
 }
 
 void EventCache::unsubscribe(long client) {

@@ -5,6 +5,7 @@
 #define ZK_AGENT_CHANNEL_EVENTCACHE_H
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -58,10 +59,15 @@ class EventCache {
   // at a time. When the validity service is missing, the message class is out of
   // use for good, as the cache says, and so it is here: nothing more is pushed to
   // it, and nobody waits for its lock.
+  // What it throws, for lack of memory, leaves open who has the event.
   void push(const CosNotification::StructuredEvent& event);
 
+  // Tells the events apart that are pushed, for the rules of the gates.
+  std::uint64_t turn() const { return turn_; }
+
   // Events flow through the gate from now on. The signal tells of them, and of
-  // the client's end; never null.
+  // the client's end; never null. Throws CORBA::NO_RESOURCES without a thread for
+  // the client.
   std::shared_ptr<NS_QUORCORBA::NXListSignal> subscribe(long client,
                                                         const std::shared_ptr<Gate>& gate);
   // The client's events are dropped. Waits for the client's thread, not for any
@@ -80,6 +86,7 @@ class EventCache {
              const AdmittedClients& admitted);
 
   std::atomic<bool> blocked_{false};
+  std::atomic<std::uint64_t> turn_{0};
   mutable Mutex mutex_;  // before the gates'; not held while the cache is called
   std::map<long, std::shared_ptr<Gate>> gates_ ZK_GUARDED_BY(mutex_);
 };
@@ -94,6 +101,9 @@ class EventSource {
   virtual State wait(Gate::Clock::time_point until) = 0;
   // All events kept, oldest first; null when there are none any more.
   virtual std::unique_ptr<notifications::EventList_T> takeList() = 0;
+  // How many events will never be in a list, though they came in, since it was
+  // asked last; wait tells when there are any.
+  virtual unsigned long takeMissed() { return 0; }
 };
 
 // One client of the cache, from its making to end().
@@ -106,6 +116,7 @@ class CacheClient : public EventSource {
 
   State wait(Gate::Clock::time_point until) override;
   std::unique_ptr<notifications::EventList_T> takeList() override;
+  unsigned long takeMissed() override { return signal_->takeMissed(); }
   // Ends every wait at once. May be called again.
   void end();
 

@@ -66,8 +66,10 @@ bool EventQueue::awaitList(Clock::time_point until) {
   looked_.notifyAll();
   if (state == EventSource::State::OVER) {
     gate_->close();
+  } else if (state == EventSource::State::MISSED) {
+    gate_->lost(static_cast<CORBA::ULong>(source_->takeMissed()));
   }
-  return state == EventSource::State::EVENTS;
+  return state == EventSource::State::EVENTS || state == EventSource::State::MISSED;
 }
 
 // A list that fits becomes the batch as it is; what is left of a longer one is
@@ -91,7 +93,15 @@ void EventQueue::take(CORBA::ULong most, Batch& batch) {
 
 bool EventQueue::refill() {
   list_.reset();
-  if (watched_ || source_->wait(Clock::time_point()) != EventSource::State::EVENTS) {
+  if (watched_) {
+    return false;
+  }
+  EventSource::State state = source_->wait(Clock::time_point());
+  if (state == EventSource::State::MISSED) {
+    gate_->lost(static_cast<CORBA::ULong>(source_->takeMissed()));
+    state = source_->wait(Clock::time_point());
+  }
+  if (state != EventSource::State::EVENTS) {
     return false;
   }
   list_ = source_->takeList();

@@ -15,7 +15,58 @@ constexpr std::array<const char*, 6> TYPE_NAMES = {
     "NT_OBJECT_CREATION", "NT_OBJECT_DELETION", "NT_ATTRIBUTE_VALUE_CHANGE",
     "NT_STATE_CHANGE",    "NT_ALARM",           "NT_FILE_TRANSFER_STATUS"};
 
+// Of a pair, with the ORB's own books about it; and of a value that is not looked
+// into: most are numbers, some the record of an object.
+constexpr std::size_t BYTES_A_PAIR = 256;
+constexpr std::size_t BYTES_A_VALUE = 64;
+constexpr std::size_t BYTES_A_BODY = 2048;
+
+std::size_t bytesOf(const CORBA::Any& value);
+
+std::size_t bytesOf(const char* text) { return std::strlen(text); }
+
+template <class List>
+std::size_t bytesOfPairs(const List& list) {
+  std::size_t bytes = 0;
+  for (CORBA::ULong i = 0; i < list.length(); ++i) {
+    bytes += BYTES_A_PAIR + std::strlen(list[i].name) + bytesOf(list[i].value);
+  }
+  return bytes;
+}
+
+std::size_t bytesOf(const globaldefs::NamingAttributesList_T& names) {
+  std::size_t bytes = 0;
+  for (CORBA::ULong i = 0; i < names.length(); ++i) {
+    bytes += BYTES_A_VALUE + bytesOfPairs(names[i]);
+  }
+  return bytes;
+}
+
+std::size_t bytesOf(const CORBA::Any& value) {
+  const char* text = nullptr;
+  const globaldefs::NVSList_T* name = nullptr;
+  const notifications::NVList_T* values = nullptr;
+  const globaldefs::NamingAttributesList_T* names = nullptr;
+  if (value >>= text) {
+    return std::strlen(text);
+  }
+  if (value >>= name) {
+    return bytesOfPairs(*name);
+  }
+  if (value >>= values) {
+    return bytesOfPairs(*values);
+  }
+  return (value >>= names) ? bytesOf(*names) : BYTES_A_VALUE;
+}
+
 }  // namespace
+
+std::size_t estimatedBytes(const StructuredEvent& event) {
+  const CORBA::TypeCode_var body = event.remainder_of_body.type();
+  const bool hasBody = body->kind() != CORBA::tk_null;
+  return sizeof(StructuredEvent) + (hasBody ? BYTES_A_BODY : 0) +
+         bytesOfPairs(event.header.variable_header) + bytesOfPairs(event.filterable_data);
+}
 
 std::string textOf(const StructuredEvent& event, const char* name) {
   const CosNotification::FilterableEventBody& properties = event.filterable_data;

@@ -6,6 +6,7 @@
 #ifndef ZK_AGENT_CHANNEL_EVENTS_H
 #define ZK_AGENT_CHANNEL_EVENTS_H
 
+#include <cstddef>
 #include <string>
 
 #include "zk_quornex/idl/channel.h"
@@ -18,6 +19,9 @@ std::string textOf(const CosNotification::StructuredEvent& event, const char* na
 
 // emsTime, or the present time for an event without.
 std::string timeOf(const CosNotification::StructuredEvent& event);
+
+// What the event takes of the memory, by estimate.
+std::size_t estimatedBytes(const CosNotification::StructuredEvent& event);
 
 // The event types that the EMS sends, or an empty list for a mode that asks for
 // none now. The caller owns the result.

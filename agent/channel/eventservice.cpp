@@ -16,6 +16,7 @@ namespace {
 constexpr const char* SINK = "event-cache";
 constexpr const char* VALIDITY = "SecurityIF";
 constexpr long MOST_CACHED = 10000;
+constexpr long LEAST_SHARES = 5;  // of the work that comes back
 
 DynamicAny::DynAnyFactory_ptr dynAnys() {
   int count = 0;
@@ -41,15 +42,17 @@ class EventService::Sink : public zk::platform::EventSink {
 
   void take(const zk::platform::SharedEvent& event) override {
     const unsigned long dropped = zk::platform::eventSinkCounts(SINK).dropped;
-    if (dropped != std::exchange(dropped_, dropped)) {
-      service_.missed();
-    }
-    service_.cache_->push(*event);
+    untold_ = dropped != std::exchange(dropped_, dropped) || untold_;
+    untold_ =
+        !runLogged("feeding the event cache", [&] { service_.cache_->push(*event); }) || untold_;
+    // What cannot be told for lack of memory is told with a later event.
+    untold_ = untold_ && !runLogged("telling a loss", [this] { service_.missed(); });
   }
 
  private:
   EventService& service_;
   unsigned long dropped_ = 0;
+  bool untold_ = false;
 };
 
 EventService::EventService(const ChannelSettings& settings,
@@ -70,10 +73,20 @@ std::shared_ptr<SessionChannel> EventService::open(long session, std::shared_ptr
   parts->session = session;
   parts->settings = settings_;
   parts->cache = cache_;
-  parts->workers = workers_;
   parts->losses = std::make_shared<Losses>(std::move(listener), workers_);
   parts->home = std::move(home);
-  parts->dynAnys = dynAnys_;
+  parts->kept = std::make_shared<ByteBudget>(settings_.keptBytes);
+  parts->waiting = std::make_shared<ByteBudget>(settings_.eventBytes);
+  parts->constraints = std::make_shared<ConstraintPool>(dynAnys_.in(), parts->kept);
+  parts->filterWork = std::make_shared<FilterWork>(
+      settings_.filterWork,
+      [all = settings_.filterWorkPerSecond, sessions = sessions_] {
+        return all / std::max<long>(LEAST_SHARES, *sessions);
+      },
+      Gate::Clock::now);
+  ++*sessions_;
+  parts->counted = {nullptr, [sessions = sessions_](const void*) { --*sessions; }};
+  parts->threads = std::make_shared<SessionThreads>(workers_, settings_.threads);
   auto channel = SessionChannel::open(std::move(parts));
   const MutexLock guard(mutex_);
   if (stopped_) {

@@ -4,6 +4,7 @@
 #ifndef ZK_AGENT_CHANNEL_EVENTSERVICE_H
 #define ZK_AGENT_CHANNEL_EVENTSERVICE_H
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -48,6 +49,8 @@ class EventService {
   const DynamicAny::DynAnyFactory_var dynAnys_;
   const std::shared_ptr<EventCache> cache_ = std::make_shared<EventCache>();
   const std::shared_ptr<Workers> workers_ = std::make_shared<Workers>();
+  // Those open, and those whose last servant is still busy.
+  const std::shared_ptr<std::atomic<long>> sessions_ = std::make_shared<std::atomic<long>>(0);
   std::shared_ptr<NS_BUNDLEMGR1::ServiceInterface> validityBefore_;
   Mutex mutex_;
   std::vector<std::weak_ptr<SessionChannel>> channels_ ZK_GUARDED_BY(mutex_);

@@ -1,14 +1,12 @@
-// The filter objects of one session: the constraints of each, and the objects that
-// clients call. Safe on any thread.
+// The filter objects of one session, which clients call. Safe on any thread.
 #ifndef ZK_AGENT_CHANNEL_FILTERS_H
 #define ZK_AGENT_CHANNEL_FILTERS_H
 
-#include <cstddef>
 #include <map>
 #include <memory>
 
+#include "agent/channel/constraintlist.h"
 #include "agent/channel/settings.h"
-#include "agent/constraint/constraint.h"
 #include "agent/orb/servanthome.h"
 #include "zk_quornex/idl/channel.h"
 #include "zk_quornex/idl/events.h"
@@ -17,44 +15,6 @@
 namespace zk::agent {
 
 class SessionChannel;
-
-// The constraints of one filter object. A change makes a new list, and events are
-// held against the one that was there.
-class ConstraintList {
- public:
-  ConstraintList(const ChannelSettings& settings, DynamicAny::DynAnyFactory_ptr factory);
-
-  // The changes are made in whole or not at all. They throw InvalidConstraint
-  // with the first wrong one, ConstraintNotFound, and CORBA::IMP_LIMIT for more
-  // constraints or event types than there may be. The caller owns the results.
-  CosNotifyFilter::ConstraintInfoSeq* add(const CosNotifyFilter::ConstraintExpSeq& added);
-  void modify(const CosNotifyFilter::ConstraintIDSeq& removed,
-              const CosNotifyFilter::ConstraintInfoSeq& changed);
-  void removeAll();
-
-  CosNotifyFilter::ConstraintInfoSeq* get(const CosNotifyFilter::ConstraintIDSeq& ids) const;
-  CosNotifyFilter::ConstraintInfoSeq* getAll() const;
-
-  // Whether the event satisfies at least one: without constraints, none does.
-  bool matches(const CosNotification::StructuredEvent& event) const;
-
- private:
-  struct Entry {
-    CosNotifyFilter::ConstraintExp expression;
-    std::shared_ptr<const Constraint> constraint;
-  };
-  using Entries = std::map<CosNotifyFilter::ConstraintID, Entry>;
-
-  Entry parse(const CosNotifyFilter::ConstraintExp& expression) const;
-  std::shared_ptr<const Entries> current() const;
-
-  const std::size_t mostConstraints_;
-  const std::size_t mostEventTypes_;
-  const DynamicAny::DynAnyFactory_var factory_;
-  mutable Mutex mutex_;
-  std::shared_ptr<const Entries> entries_ ZK_GUARDED_BY(mutex_) = std::make_shared<Entries>();
-  CosNotifyFilter::ConstraintID lastId_ ZK_GUARDED_BY(mutex_) = 0;
-};
 
 // A filter object: what clients call, and what events are held against. It goes
 // on filtering where it was added when the object itself is destroyed.

@@ -4,37 +4,71 @@
 #include <utility>
 
 #include "agent/channel/events.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 
-Gate::Gate(long proxy, Rules rules, std::shared_ptr<Losses> losses)
-    : proxy_(proxy), rules_(std::move(rules)), losses_(std::move(losses)) {}
+Gate::Gate(long proxy, Rules rules, std::shared_ptr<ByteBudget> budget,
+           std::shared_ptr<Losses> losses)
+    : proxy_(proxy),
+      rules_(std::move(rules)),
+      budget_(std::move(budget)),
+      losses_(std::move(losses)) {}
+
+// Not when it closes: whoever delivers still has what waited then.
+Gate::~Gate() { budget_->giveBack(bytes_); }
 
 bool Gate::wants(const CosNotification::EventType& type) const {
   return !isClosed() && rules_.isSubscribed(type);
 }
 
-bool Gate::accept(const CosNotification::StructuredEvent& event) {
-  if (isClosed() || !rules_.admits(event)) {
+bool Gate::accept(const CosNotification::StructuredEvent& event, std::size_t bytes) {
+  if (isClosed()) {
     return false;
   }
-  if (!hasRoom()) {
-    miss(timeOf(event), textOf(event, "notificationId"));
+  const Verdict verdict = rules_.judge(event);
+  noteJudged(verdict != Verdict::UNJUDGED);
+  if (verdict == Verdict::DROP) {
     return false;
   }
-  return true;
+  const bool accepted = verdict != Verdict::UNJUDGED && hasRoomFor(bytes);
+  if (!accepted) {
+    lose(event);
+  }
+  return accepted;
 }
 
-bool Gate::hasRoom() const {
+void Gate::noteJudged(bool judged) {
+  const MutexLock guard(mutex_);
+  unjudged_ = !judged;
+  endLossWhenHealed();
+}
+
+bool Gate::hasRoomFor(std::size_t bytes) {
   const auto limit = static_cast<unsigned long>(rules_.limit());
   const MutexLock guard(mutex_);
-  return entered_ - delivered_ < limit;
+  offeredBytes_ = bytes;
+  return entered_ - delivered_ < limit && budget_->hasRoomFor(bytes);
 }
 
 void Gate::enter() {
   const MutexLock guard(mutex_);
   ++entered_;
+  bytes_ += offeredBytes_;
+  budget_->take(offeredBytes_);
   changed_.notifyAll();
+}
+
+// Of a loss that goes on, nobody asks for the event.
+void Gate::lose(const CosNotification::StructuredEvent& event) {
+  {
+    const MutexLock guard(mutex_);
+    if (losing_) {
+      healedAt_ = entered_;
+      return;
+    }
+  }
+  miss(timeOf(event), textOf(event, "notificationId"));
 }
 
 void Gate::miss(const std::string& time, const std::string& notificationId) {
@@ -43,14 +77,15 @@ void Gate::miss(const std::string& time, const std::string& notificationId) {
     return;
   }
   healedAt_ = entered_;
-  if (!std::exchange(losing_, true) && losses_) {
+  if (!losing_ && losses_) {
     losses_->lost(proxy_, time, notificationId);
   }
+  losing_ = true;
   endLossWhenHealed();
 }
 
 void Gate::endLossWhenHealed() {
-  if (losing_ && delivered_ >= healedAt_) {
+  if (losing_ && !unjudged_ && delivered_ >= healedAt_) {
     losing_ = false;
     if (losses_) {
       losses_->recovered(proxy_);
@@ -65,8 +100,25 @@ void Gate::fetched(CORBA::ULong count) {
 
 void Gate::delivered(CORBA::ULong count) {
   const MutexLock guard(mutex_);
-  delivered_ += count;
+  leave(count);
   endLossWhenHealed();
+}
+
+void Gate::leave(CORBA::ULong count) {
+  const unsigned long waiting = entered_ - delivered_;
+  const std::size_t bytes = count < waiting ? bytes_ / waiting * count : bytes_;
+  bytes_ -= bytes;
+  budget_->giveBack(bytes);
+  delivered_ += count;
+}
+
+void Gate::lost(CORBA::ULong count) {
+  {
+    const MutexLock guard(mutex_);
+    fetched_ += count;
+    leave(count);
+  }
+  miss(NS_QUORCORBA::TimeChange::getUTCTime(), "");
 }
 
 std::size_t Gate::waiting() const {

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "agent/channel/budget.h"
+#include "agent/channel/constraintlist.h"
 #include "agent/channel/losses.h"
 #include "zk_quornex/idl/events.h"
 #include "zk_quornex/messages/filter.h"
@@ -20,9 +22,11 @@ namespace zk::agent {
 
 // An event counts as waiting from its coming in until it was delivered: in the
 // cache's queue, in its list, and in the hands of whoever delivers it. As many
-// as limit() says may wait; the newest is refused then. That begins a loss, which
-// is over once everything that came in before the last refusal has been delivered:
-// nothing older than the gap is then still on its way to the consumer.
+// as limit() says may wait, and as much as the session's budget has room for; the
+// newest is refused then. So is an event that could not be judged. That begins a
+// loss, which is over once everything that came in before the last refusal has
+// been delivered, and events are judged again: nothing older than the gap is then
+// still on its way to the consumer.
 class Gate {
  public:
   using Clock = std::chrono::steady_clock;
@@ -30,18 +34,21 @@ class Gate {
   // Called on the thread that feeds the cache.
   struct Rules {
     std::function<bool(const CosNotification::EventType&)> isSubscribed;
-    std::function<bool(const CosNotification::StructuredEvent&)> admits;
+    std::function<Verdict(const CosNotification::StructuredEvent&)> judge;  // PASS or not
     std::function<long()> limit;
   };
 
   // losses may be null.
-  Gate(long proxy, Rules rules, std::shared_ptr<Losses> losses);
+  Gate(long proxy, Rules rules, std::shared_ptr<ByteBudget> budget, std::shared_ptr<Losses> losses);
+  ~Gate();
+  Gate(const Gate&) = delete;
+  Gate& operator=(const Gate&) = delete;
 
   // Whether the proxy may want an event of this type.
   bool wants(const CosNotification::EventType& type) const;
   // Whether the event, of a type that it wants, may come in; one for which there
-  // is no room is lost. The event belongs to the calling thread.
-  bool accept(const CosNotification::StructuredEvent& event);
+  // is no room is lost. The event belongs to the calling thread; bytes is its size.
+  bool accept(const CosNotification::StructuredEvent& event, std::size_t bytes);
   // An accepted event comes in: it will reach the cache's list. On the thread that
   // had it accepted, before the next.
   void enter();
@@ -52,6 +59,8 @@ class Gate {
   void fetched(CORBA::ULong count);
   // That many fetched ones are the consumer's now.
   void delivered(CORBA::ULong count);
+  // That many events that came in will never be in the cache's list.
+  void lost(CORBA::ULong count);
   // Events that came in and were not fetched yet.
   std::size_t waiting() const;
 
@@ -71,11 +80,15 @@ class Gate {
   bool isClosed() const;
 
  private:
-  bool hasRoom() const;
+  bool hasRoomFor(std::size_t bytes);
+  void noteJudged(bool judged);
+  void lose(const CosNotification::StructuredEvent& event);
+  void leave(CORBA::ULong count) ZK_REQUIRES(mutex_);
   void endLossWhenHealed() ZK_REQUIRES(mutex_);
 
   const long proxy_;
   const Rules rules_;
+  const std::shared_ptr<ByteBudget> budget_;
   const std::shared_ptr<Losses> losses_;
 
   mutable Mutex mutex_;
@@ -84,6 +97,10 @@ class Gate {
   unsigned long fetched_ ZK_GUARDED_BY(mutex_) = 0;
   unsigned long delivered_ ZK_GUARDED_BY(mutex_) = 0;
   unsigned long healedAt_ ZK_GUARDED_BY(mutex_) = 0;  // the count of deliveries that ends the loss
+  // Of what waits; one that leaves is taken for one of average size.
+  std::size_t bytes_ ZK_GUARDED_BY(mutex_) = 0;
+  std::size_t offeredBytes_ ZK_GUARDED_BY(mutex_) = 0;
+  bool unjudged_ ZK_GUARDED_BY(mutex_) = false;
   bool losing_ ZK_GUARDED_BY(mutex_) = false;
   bool suspended_ ZK_GUARDED_BY(mutex_) = false;
   bool closed_ ZK_GUARDED_BY(mutex_) = false;

@@ -13,39 +13,47 @@ Losses::Losses(std::shared_ptr<LossListener> listener, std::shared_ptr<Workers> 
     : listener_(std::move(listener)), workers_(std::move(workers)) {}
 
 void Losses::lost(long proxy, const std::string& time, const std::string& notificationId) {
+  Message message{false, time, notificationId};
   const MutexLock guard(mutex_);
   const bool first = losing_.empty();
   losing_.insert(proxy);
   if (!first) {
     return;
   }
-  if (!untold_.empty() && untold_.back().cleared) {
-    untold_.pop_back();  // what was about to be called over goes on
+  if (untoldCount_ != 0 && untold_[untoldCount_ - 1].cleared) {
+    --untoldCount_;  // what was about to be called over goes on
     return;
   }
-  post({false, time, notificationId});
+  post(std::move(message));
 }
 
-void Losses::recovered(long proxy) {
+void Losses::recovered(long proxy) noexcept {
+  Message message{true, "", ""};
+  runLogged("the time", [&] { message.time = NS_QUORCORBA::TimeChange::getUTCTime(); });
   const MutexLock guard(mutex_);
   if (losing_.erase(proxy) != 0 && losing_.empty()) {
-    post({true, NS_QUORCORBA::TimeChange::getUTCTime(), ""});
+    post(std::move(message));
   }
 }
 
 void Losses::close() {
   const MutexLock guard(mutex_);
   closed_ = true;
-  untold_.clear();
+  untoldCount_ = 0;
 }
 
-void Losses::post(Message message) {
+// What finds no thread to tell it waits for the next one to come.
+void Losses::post(Message message) noexcept {
   if (closed_ || !listener_) {
     return;
   }
-  untold_.push_back(std::move(message));
+  if (untoldCount_ < untold_.size()) {
+    untold_[untoldCount_++] = std::move(message);
+  }
   if (!telling_) {
-    telling_ = workers_->start([self = shared_from_this()] { self->tellAll(); });
+    runLogged("telling a loss", [this] {
+      telling_ = workers_->start([self = shared_from_this()] { self->tellAll(); });
+    });
   }
 }
 
@@ -58,12 +66,12 @@ void Losses::tellAll() {
 
 bool Losses::takeNext(Message& message) {
   const MutexLock guard(mutex_);
-  if (untold_.empty()) {
+  if (untoldCount_ == 0) {
     telling_ = false;
     return false;
   }
-  message = std::move(untold_.front());
-  untold_.pop_front();
+  message = std::exchange(untold_[0], std::move(untold_[1]));
+  --untoldCount_;
   return true;
 }
 

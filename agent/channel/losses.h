@@ -3,7 +3,8 @@
 #ifndef ZK_AGENT_CHANNEL_LOSSES_H
 #define ZK_AGENT_CHANNEL_LOSSES_H
 
-#include <deque>
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <set>
 #include <string>
@@ -31,21 +32,22 @@ class Losses : public std::enable_shared_from_this<Losses> {
   // listener may be null: nobody is told then.
   Losses(std::shared_ptr<LossListener> listener, std::shared_ptr<Workers> workers);
 
-  // Quick: callers hold the locks of the event cache.
+  // Quick: callers hold the locks of the event cache. Without memory it throws
+  // std::bad_alloc, and nothing was lost yet.
   void lost(long proxy, const std::string& time, const std::string& notificationId);
   // Also when the proxy is gone; fine for a proxy that lost nothing.
-  void recovered(long proxy);
+  void recovered(long proxy) noexcept;
   // Nothing is told any more.
   void close();
 
  private:
   struct Message {
-    bool cleared;
+    bool cleared = false;
     std::string time;
     std::string notificationId;
   };
 
-  void post(Message message) ZK_REQUIRES(mutex_);
+  void post(Message message) noexcept ZK_REQUIRES(mutex_);
   bool takeNext(Message& message);
   void tellAll();
   void tell(const Message& message);
@@ -54,7 +56,9 @@ class Losses : public std::enable_shared_from_this<Losses> {
   const std::shared_ptr<Workers> workers_;
   Mutex mutex_;
   std::set<long> losing_ ZK_GUARDED_BY(mutex_);
-  std::deque<Message> untold_ ZK_GUARDED_BY(mutex_);  // two at most: occurred, then cleared
+  // Occurred, then cleared.
+  std::array<Message, 2> untold_ ZK_GUARDED_BY(mutex_);
+  std::size_t untoldCount_ ZK_GUARDED_BY(mutex_) = 0;
   bool telling_ ZK_GUARDED_BY(mutex_) = false;
   bool closed_ ZK_GUARDED_BY(mutex_) = false;
 };

@@ -2,30 +2,39 @@
 
 #include <utility>
 
+#include "agent/base/log.h"
 #include "agent/channel/eventcache.h"
 #include "agent/channel/servants.h"
 #include "agent/channel/sessionchannel.h"
+#include "zk_quornex/platform/timechange.h"
 
 namespace zk::agent {
 
 namespace {
 
 using namespace CosNotifyChannelAdmin;
+using NS_QUORCORBA::TimeChange;
 
 constexpr ProxyID MOST_ID = static_cast<ProxyID>(PROXIES_PER_SESSION - 1);
 
-std::shared_ptr<Gate> makeGate(const ChannelParts& parts, const ProxyGroup& group, long number,
+// The rules are called by the thread that feeds the cache.
+std::shared_ptr<Gate> makeGate(const std::shared_ptr<const ChannelParts>& parts,
+                               const ProxyGroup& group, long number,
                                const std::shared_ptr<Selection>& own, std::shared_ptr<Qos> qos) {
-  Gate::Rules rules;
-  rules.isSubscribed = [shared = group.selection, own](const CosNotification::EventType& type) {
-    return shared->isSubscribed(type) && own->isSubscribed(type);
+  const auto work = [parts]() -> FilterWork& {
+    parts->filterWork->beginWith(parts->cache->turn());
+    return *parts->filterWork;
   };
-  rules.admits = [shared = group.selection, own,
-                  how = group.combination](const CosNotification::StructuredEvent& event) {
-    return admits(*shared, *own, how, event);
+  Gate::Rules rules;
+  rules.isSubscribed = [shared = group.selection, own, work](const CosNotification::EventType& t) {
+    return shared->isSubscribed(t, work()) && own->isSubscribed(t, work());
+  };
+  rules.judge = [shared = group.selection, own, how = group.combination,
+                 work](const CosNotification::StructuredEvent& event) {
+    return judge(*shared, *own, how, event, work());
   };
   rules.limit = [kept = std::move(qos)] { return kept->limit(); };
-  return std::make_shared<Gate>(number, std::move(rules), parts.losses);
+  return std::make_shared<Gate>(number, std::move(rules), parts->waiting, parts->losses);
 }
 
 void tryFarewell(const std::function<void()>& farewell) {
@@ -47,7 +56,7 @@ Proxy::Proxy(std::shared_ptr<const ChannelParts> parts, std::shared_ptr<ProxyGro
       givenUp_(std::move(givenUp)),
       selection_(std::make_shared<Selection>(parts_->settings)),
       qos_(std::make_shared<Qos>(group_->qos.values(), Qos::mostOf(parts_->settings))),
-      gate_(makeGate(*parts_, *group_, number_, selection_, qos_)) {}
+      gate_(makeGate(parts_, *group_, number_, selection_, qos_)) {}
 
 bool Proxy::isPush() const { return type_ == PUSH_STRUCTURED || type_ == PUSH_SEQUENCE; }
 
@@ -58,6 +67,7 @@ void Proxy::connect(std::function<void()> farewell) {
   if (state_ == State::CLOSED) {
     throw CORBA::OBJECT_NOT_EXIST();
   }
+  state_ = State::CLOSED;  // unless all goes well: the gate may be closed then
   client_ =
       std::make_shared<CacheClient>(parts_->cache, clientIdOf(parts_->session, number_), gate_);
   queue_ = std::make_shared<EventQueue>(gate_, client_);
@@ -68,7 +78,7 @@ void Proxy::connect(std::function<void()> farewell) {
 void Proxy::connectPush(const std::shared_ptr<PushTarget>& target) {
   const MutexLock guard(mutex_);
   connect(nullptr);
-  if (!parts_->workers->start([self = shared_from_this(), target] { self->deliver(target); })) {
+  if (!parts_->threads->start([self = shared_from_this(), target] { self->deliver(target); })) {
     client_->end();
     state_ = State::CLOSED;
     throw CORBA::NO_RESOURCES();
@@ -81,8 +91,28 @@ void Proxy::connectPull(std::function<void()> farewell) {
   connect(std::move(farewell));
 }
 
-// The push thread.
+// The push thread. What fails for lack of memory ends the proxy, whose events are
+// lost, and not the agent.
 void Proxy::deliver(const std::shared_ptr<PushTarget>& target) {
+  std::string why = "an error here";
+  if (!runLogged("a push thread", [&] { why = pushAll(target); })) {
+    loseEvents();
+  }
+  if (!why.empty()) {
+    giveUp(why);
+  }
+}
+
+void Proxy::loseEvents() noexcept {
+  runLogged("telling a loss", [this] { gate_->miss(TimeChange::getUTCTime(), ""); });
+}
+
+void Proxy::giveUp(const std::string& why) noexcept {
+  runLogged("ending a proxy", [&] { givenUp_(number_, why); });
+  gate_->close();
+}
+
+std::string Proxy::pushAll(const std::shared_ptr<PushTarget>& target) {
   std::shared_ptr<EventQueue> queue;
   {
     const MutexLock guard(mutex_);
@@ -93,9 +123,7 @@ void Proxy::deliver(const std::shared_ptr<PushTarget>& target) {
   while (step == Pusher::Step::AGAIN) {
     step = pusher.step();
   }
-  if (step == Pusher::Step::FAILED) {
-    givenUp_(number_, pusher.failure());
-  }
+  return step == Pusher::Step::FAILED ? pusher.failure() : "";
 }
 
 void Proxy::checkConnected() const {
@@ -132,7 +160,14 @@ CORBA::ULong Proxy::pull(CORBA::ULong most, CosNotification::EventBatch& batch, 
     queue = queue_;
   }
   const auto until = wait ? EventQueue::never() : Gate::Clock::now();
-  const CORBA::ULong count = queue->fetch(most, batch, until);
+  CORBA::ULong count = 0;
+  const bool fetched =
+      runLogged("fetching events", [&] { count = queue->fetch(most, batch, until); });
+  if (!fetched) {
+    loseEvents();
+    giveUp("an error here");
+    throw CORBA::NO_MEMORY();
+  }
   if (count == 0 && gate_->isClosed()) {
     throw CosEventComm::Disconnected();
   }
@@ -161,7 +196,7 @@ void Proxy::close(Ending ending) {
     client->end();
   }
   if (farewell && ending == Ending::BY_AGENT) {
-    parts_->workers->start([farewell] { tryFarewell(farewell); });
+    parts_->threads->start([farewell] { tryFarewell(farewell); });
   }
 }
 

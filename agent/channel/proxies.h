@@ -27,7 +27,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
  public:
   using GivenUp = std::function<void(long number, const std::string& why)>;
 
-  // givenUp is called once, on the push thread, when the consumer is given up.
+  // givenUp is called once, on the push thread, when the consumer is given up; for
+  // lack of memory also by the thread that pulls.
   Proxy(std::shared_ptr<const ChannelParts> parts, std::shared_ptr<ProxyGroup> group, long number,
         CosNotifyChannelAdmin::ProxyType type, GivenUp givenUp);
 
@@ -39,7 +40,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   Qos& qos() { return *qos_; }
 
   // These throw AlreadyConnected, OBJECT_NOT_EXIST once closed, NO_RESOURCES when
-  // there is no thread; the proxy is of no use then. farewell tells the consumer
+  // there is no thread, or the session has as many as it may; the proxy is of no
+  // use then. farewell tells the consumer
   // that the channel let go of it.
   void connectPush(const std::shared_ptr<PushTarget>& target);
   void connectPull(std::function<void()> farewell);
@@ -50,7 +52,8 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   void resume();
 
   // Up to most events, waiting for the first one if told to. They count as
-  // delivered. Throws Disconnected, also when it is closed meanwhile.
+  // delivered. Throws Disconnected, also when it is closed meanwhile, and NO_MEMORY,
+  // which ends the proxy and is a loss.
   CORBA::ULong pull(CORBA::ULong most, CosNotification::EventBatch& batch, bool wait);
 
   // Events were lost before they came here.
@@ -67,6 +70,10 @@ class Proxy : public std::enable_shared_from_this<Proxy> {
   void connect(std::function<void()> farewell) ZK_REQUIRES(mutex_);
   void checkConnected() const ZK_REQUIRES(mutex_);
   void deliver(const std::shared_ptr<PushTarget>& target);
+  // Returns why the consumer was given up; "" once the proxy is closed.
+  std::string pushAll(const std::shared_ptr<PushTarget>& target);
+  void loseEvents() noexcept;
+  void giveUp(const std::string& why) noexcept;
 
   const std::shared_ptr<const ChannelParts> parts_;
   const std::shared_ptr<ProxyGroup> group_;

@@ -124,6 +124,14 @@ void checkOthers(const Property& property, PropertyErrorSeq& errors) {
   }
 }
 
+// The names that there are make a list of some twenty.
+void checkLength(const PropertySeq& properties) {
+  constexpr CORBA::ULong MOST_PROPERTIES = 64;
+  if (properties.length() > MOST_PROPERTIES) {
+    throw CORBA::BAD_PARAM();
+  }
+}
+
 bool asksFor(const QoSProperties& properties, const char* name) {
   for (CORBA::ULong i = 0; i < properties.length(); ++i) {
     if (same(properties[i].name, name)) {
@@ -141,6 +149,7 @@ Qos::Most Qos::mostOf(const ChannelSettings& settings) {
 }
 
 QosValues Qos::checked(const QoSProperties& properties) const {
+  checkLength(properties);
   QosValues result = values();
   PropertyErrorSeq errors;
   for (CORBA::ULong i = 0; i < properties.length(); ++i) {
@@ -222,6 +231,7 @@ AdminProperties* FixedProperties::get() const {
 }
 
 void FixedProperties::check(const AdminProperties& properties) const {
+  checkLength(properties);
   PropertyErrorSeq errors;
   for (CORBA::ULong i = 0; i < properties.length(); ++i) {
     const Property& property = properties[i];
@@ -243,6 +253,7 @@ void FixedProperties::check(const AdminProperties& properties) const {
 }
 
 NamedPropertyRangeSeq* validateEventQos(const QoSProperties& properties) {
+  checkLength(properties);
   PropertyErrorSeq errors;
   for (CORBA::ULong i = 0; i < properties.length(); ++i) {
     const bool known =

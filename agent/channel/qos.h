@@ -34,8 +34,9 @@ class Qos {
   // The caller owns the result.
   CosNotification::QoSProperties* get() const;
 
-  // Throws UnsupportedQoS with an entry for each that cannot be; nothing is
-  // changed then. Fixed ones are accepted with the value that they have.
+  // Throws UnsupportedQoS with an entry for each that cannot be, CORBA::BAD_PARAM
+  // for far more than there are; nothing is changed then. Fixed ones are accepted with the value
+  // that they have.
   void set(const CosNotification::QoSProperties& properties);
 
   // As set, without setting. Gives the ranges of those that could be set and were
@@ -66,7 +67,8 @@ class FixedProperties {
 
   // The caller owns the result.
   CosNotification::AdminProperties* get() const;
-  // Throws UnsupportedAdmin with an entry for each that would be a change.
+  // Throws UnsupportedAdmin with an entry for each that would be a change,
+  // CORBA::BAD_PARAM for far more than there are.
   void check(const CosNotification::AdminProperties& properties) const;
 
  private:
@@ -74,7 +76,8 @@ class FixedProperties {
 };
 
 // For an event's own quality of service: no event has one. Throws UnsupportedQoS
-// unless nothing is asked for; gives an empty list, which the caller owns.
+// unless nothing is asked for, CORBA::BAD_PARAM for a list that is too long; gives an empty list,
+// which the caller owns.
 CosNotification::NamedPropertyRangeSeq* validateEventQos(
     const CosNotification::QoSProperties& properties);
 

@@ -16,6 +16,7 @@ using CosNotification::StructuredEvent;
 using CosNotifyFilter::FilterID;
 
 constexpr std::size_t LONGEST_NAME = 255;
+constexpr std::size_t COST_OF_A_TYPE = 4;
 
 bool isAll(const char* text) {
   return *text == '\0' || std::strcmp(text, "*") == 0 || std::strcmp(text, "%ALL") == 0;
@@ -47,10 +48,14 @@ bool containsAll(const EventTypeSeq& list) {
   return false;
 }
 
+bool isUsable(const EventType& type) {
+  return std::strlen(type.domain_name) <= LONGEST_NAME &&
+         std::strlen(type.type_name) <= LONGEST_NAME;
+}
+
 void check(const EventTypeSeq& list) {
   for (CORBA::ULong i = 0; i < list.length(); ++i) {
-    if (std::strlen(list[i].domain_name) > LONGEST_NAME ||
-        std::strlen(list[i].type_name) > LONGEST_NAME) {
+    if (!isUsable(list[i])) {
       throw CosNotifyComm::InvalidEventType(list[i]);
     }
   }
@@ -70,11 +75,14 @@ Selection::Selection(const ChannelSettings& settings)
     : mostTypes_(settings.eventTypes), mostFilters_(settings.filters) {}
 
 void Selection::change(const EventTypeSeq& added, const EventTypeSeq& removed) {
-  check(added);
-  check(removed);
   if (added.length() > mostTypes_) {
     throw CORBA::IMP_LIMIT();
   }
+  if (removed.length() > mostTypes_) {
+    throw CORBA::BAD_PARAM();
+  }
+  check(added);
+  check(removed);
   const MutexLock guard(mutex_);
   auto changed = std::make_shared<State>();
   changed->filters = state_->filters;
@@ -145,34 +153,54 @@ CosNotifyFilter::FilterIDSeq* Selection::filterIds() const {
   return ids._retn();
 }
 
-bool Selection::isSubscribed(const EventType& type) const {
+bool Selection::isSubscribed(const EventType& type, FilterWork& work) const {
   const auto state = current();
-  return state->everything || (state->types.length() != 0 && matchesEventTypes(state->types, type));
+  return state->everything || !work.spend(costOfMatching(state->types)) ||
+         (state->types.length() != 0 && matchesEventTypes(state->types, type));
 }
 
-Selection::Verdict Selection::judge(const StructuredEvent& event) const {
+Verdict Selection::judge(const StructuredEvent& event, FilterWork& work) const {
   const auto state = current();
+  if (!state->everything && work.isSpent()) {
+    return Verdict::UNJUDGED;  // it may not even be subscribed to
+  }
   if (state->filters.empty()) {
     return Verdict::NO_FILTER;
   }
-  const bool passes =
-      std::any_of(state->filters.begin(), state->filters.end(),
-                  [&](const auto& item) { return item.second.constraints->matches(event); });
-  return passes ? Verdict::PASS : Verdict::DROP;
+  Verdict verdict = Verdict::DROP;
+  for (auto next = state->filters.begin(); next != state->filters.end() && verdict == Verdict::DROP;
+       ++next) {
+    verdict = next->second.constraints->judge(event, work);
+  }
+  return verdict;
 }
 
-bool admits(const Selection& admin, const Selection& proxy,
-            CosNotifyChannelAdmin::InterFilterGroupOperator combination,
-            const StructuredEvent& event) {
-  using Verdict = Selection::Verdict;
-  const Verdict first = admin.judge(event);
-  const Verdict second = proxy.judge(event);
+Verdict judge(const Selection& admin, const Selection& proxy,
+              CosNotifyChannelAdmin::InterFilterGroupOperator combination,
+              const StructuredEvent& event, FilterWork& work) {
+  const Verdict first = admin.judge(event, work);
+  const Verdict second = proxy.judge(event, work);
   if (first == Verdict::NO_FILTER || second == Verdict::NO_FILTER) {
-    return first != Verdict::DROP && second != Verdict::DROP;
+    const Verdict other = first == Verdict::NO_FILTER ? second : first;
+    return other == Verdict::NO_FILTER ? Verdict::PASS : other;
   }
-  const bool both = first == Verdict::PASS && second == Verdict::PASS;
-  const bool either = first == Verdict::PASS || second == Verdict::PASS;
-  return combination == CosNotifyChannelAdmin::AND_OP ? both : either;
+  const Verdict deciding =
+      combination == CosNotifyChannelAdmin::AND_OP ? Verdict::DROP : Verdict::PASS;
+  if (first == deciding || second == deciding) {
+    return deciding;
+  }
+  return first == Verdict::UNJUDGED ? first : second;
 }
+
+bool haveUsableNames(const EventTypeSeq& types) {
+  for (CORBA::ULong i = 0; i < types.length(); ++i) {
+    if (!isUsable(types[i])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::size_t costOfMatching(const EventTypeSeq& types) { return types.length() * COST_OF_A_TYPE; }
 
 }  // namespace zk::agent

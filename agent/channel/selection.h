@@ -22,7 +22,8 @@ class Selection {
   // Until it is changed the subscription is to everything, and the first types
   // that are added replace that. A subscription to nothing gets nothing. Throws
   // InvalidEventType for names that nobody can mean, CORBA::IMP_LIMIT for more
-  // types than there may be; nothing is changed then.
+  // types than there may be, CORBA::BAD_PARAM for more to be removed than that;
+  // nothing is changed then.
   void change(const CosNotification::EventTypeSeq& added,
               const CosNotification::EventTypeSeq& removed);
 
@@ -33,11 +34,11 @@ class Selection {
   CosNotifyFilter::FilterIDSeq* filterIds() const;
   void removeFilters();
 
-  bool isSubscribed(const CosNotification::EventType& type) const;
-
-  enum class Verdict { NO_FILTER, PASS, DROP };
+  // These cost the session work. Without any left, an event counts as subscribed
+  // to, and is UNJUDGED.
+  bool isSubscribed(const CosNotification::EventType& type, FilterWork& work) const;
   // One filter that matches is enough.
-  Verdict judge(const CosNotification::StructuredEvent& event) const;
+  Verdict judge(const CosNotification::StructuredEvent& event, FilterWork& work) const;
 
  private:
   struct State {
@@ -57,10 +58,17 @@ class Selection {
 
 // Whether a proxy gets an event that both subscriptions hold: the filters of admin
 // and proxy let it pass, combined as the admin was made. The side without filters
-// leaves the decision to the other.
-bool admits(const Selection& admin, const Selection& proxy,
-            CosNotifyChannelAdmin::InterFilterGroupOperator combination,
-            const CosNotification::StructuredEvent& event);
+// leaves the decision to the other; without any, the event passes. Never NO_FILTER.
+Verdict judge(const Selection& admin, const Selection& proxy,
+              CosNotifyChannelAdmin::InterFilterGroupOperator combination,
+              const CosNotification::StructuredEvent& event, FilterWork& work);
+
+// Whether somebody can mean these types: their names are of a length that names
+// have.
+bool haveUsableNames(const CosNotification::EventTypeSeq& types);
+
+// In units of work.
+std::size_t costOfMatching(const CosNotification::EventTypeSeq& types);
 
 }  // namespace zk::agent
 

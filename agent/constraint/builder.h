@@ -67,6 +67,7 @@ class Builder {
 
   // The only operand left, a condition.
   ExpressionPtr result();
+  std::size_t tokens() const { return tokens_; }
 
  private:
   struct Operand {

@@ -7,10 +7,20 @@
 
 namespace zk::agent {
 
-Constraint::Constraint(std::string text, std::unique_ptr<const etcl::Expression> root,
-                       DynamicAny::DynAnyFactory_ptr factory)
+namespace {
+
+// Measured: the most that a word or a sign became, and what each byte of text and
+// the constraint itself take.
+constexpr std::size_t BYTES_A_TOKEN = 96;
+constexpr std::size_t BYTES_A_CHARACTER = 2;
+constexpr std::size_t BYTES_ALONE = 256;
+
+}  // namespace
+
+Constraint::Constraint(std::string text, etcl::Parsed parsed, DynamicAny::DynAnyFactory_ptr factory)
     : text_(std::move(text)),
-      root_(std::move(root)),
+      bytes_(BYTES_ALONE + BYTES_A_CHARACTER * text_.size() + BYTES_A_TOKEN * parsed.tokens),
+      root_(std::move(parsed.root)),
       factory_(DynamicAny::DynAnyFactory::_duplicate(factory)) {}
 
 std::unique_ptr<const Constraint> Constraint::parse(const std::string& text,
@@ -19,15 +29,23 @@ std::unique_ptr<const Constraint> Constraint::parse(const std::string& text,
       new Constraint(text, etcl::parseConstraint(text), factory));
 }
 
-bool Constraint::matches(const CosNotification::StructuredEvent& event) const noexcept {
+bool Constraint::matches(const CosNotification::StructuredEvent& event, etcl::Work& work,
+                         Sender sender) const noexcept {
   try {
-    etcl::Evaluation evaluation(event, factory_.in());
+    const bool trusted = sender == Sender::EMS;
+    etcl::Evaluation evaluation(event, trusted ? factory_.in() : DynamicAny::DynAnyFactory::_nil(),
+                                work, trusted);
     return etcl::answer(*root_, evaluation) == true;
+  } catch (const etcl::WorkSpent&) {
+    return false;
+  } catch (const CORBA::NO_MEMORY&) {
+    work.giveUp();
   } catch (const CORBA::Exception&) {
     return false;
   } catch (const std::exception&) {  // no memory
-    return false;
+    work.giveUp();
   }
+  return false;
 }
 
 DynamicAny::DynAnyFactory_ptr dynAnyFactoryOf(CORBA::ORB_ptr orb) {

@@ -26,17 +26,30 @@ class Constraint {
   static std::unique_ptr<const Constraint> parse(const std::string& text,
                                                  DynamicAny::DynAnyFactory_ptr factory);
 
-  // Throws nothing: a value that the ORB cannot read does not match.
-  bool matches(const CosNotification::StructuredEvent& event) const noexcept;
+  // Throws nothing: a value that the ORB cannot read does not match. Neither does
+  // anything once the work is spent, or without memory: the work says so then. Of an event by
+  // somebody else than the EMS, only values of simple types, lists of names and
+  // properties, and labels of known enumerations are looked into, since the
+  // description that comes with any other is the sender's.
+  enum class Sender { EMS, CLIENT };
+  bool matches(const CosNotification::StructuredEvent& event, etcl::Work& work,
+               Sender sender = Sender::EMS) const noexcept;
+  bool matches(const CosNotification::StructuredEvent& event) const noexcept {
+    etcl::Work unlimited;
+    return matches(event, unlimited);
+  }
 
   // As given to parse.
   const std::string& text() const { return text_; }
 
+  // What it takes of the memory, estimated on the safe side.
+  std::size_t bytes() const { return bytes_; }
+
  private:
-  Constraint(std::string text, std::unique_ptr<const etcl::Expression> root,
-             DynamicAny::DynAnyFactory_ptr factory);
+  Constraint(std::string text, etcl::Parsed parsed, DynamicAny::DynAnyFactory_ptr factory);
 
   std::string text_;
+  std::size_t bytes_;
   std::unique_ptr<const etcl::Expression> root_;
   DynamicAny::DynAnyFactory_var factory_;
 };

@@ -173,7 +173,7 @@ bool showsDefault(DynAny_ptr from, Evaluation& evaluation) {
       continue;
     }
     CORBA::Any_var label = typed.type->member_label(i);
-    Evaluation labels(evaluation.event(), evaluation.factory());
+    Evaluation labels(evaluation.event(), evaluation.factory(), evaluation.work());
     if (isTrue(compare(Comparison::EQUAL, value, labels.open(label)))) {
       return false;
     }

@@ -4,6 +4,11 @@ namespace zk::agent::etcl {
 
 namespace {
 
+// What the ORB's own look into a value costs, and one into a part of it: it makes
+// objects of both.
+constexpr std::size_t DYNAMIC_COST = 200;
+constexpr std::size_t PART_COST = 20;
+
 template <typename T>
 Value whole(const CORBA::Any& any) {
   T value = 0;
@@ -24,6 +29,11 @@ Value real(const CORBA::Any& any) {
 Value boolean(const CORBA::Any& any) {
   CORBA::Boolean value = false;
   return (any >>= CORBA::Any::to_boolean(value)) ? Value(bool{value}) : Value();
+}
+
+Value character(const CORBA::Any& any, Evaluation& evaluation) {
+  CORBA::Char value = 0;
+  return (any >>= CORBA::Any::to_char(value)) ? evaluation.keep(std::string(1, value)) : Value();
 }
 
 Value octet(const CORBA::Any& any) {
@@ -76,8 +86,10 @@ Value list(const CORBA::Any& any) {
   return value;
 }
 
-Value openKnown(const CORBA::Any& any, CORBA::TypeCode_ptr type) {
+Value openKnown(const CORBA::Any& any, CORBA::TypeCode_ptr type, Evaluation& evaluation) {
   switch (type->kind()) {
+    case CORBA::tk_char:
+      return character(any, evaluation);
     case CORBA::tk_string:
       return text(any);
     case CORBA::tk_boolean:
@@ -130,7 +142,11 @@ Value Evaluation::open(const CORBA::Any& any) {
   const CORBA::Any* innermost = &any;
   CORBA::TypeCode_var own = any.type();
   CORBA::TypeCode_var type = withoutAlias(own);
+  work_.spend(1);
   while (type->kind() == CORBA::tk_any) {
+    if (!opensInner_) {
+      return Opaque{};
+    }
     if (!(*innermost >>= innermost)) {
       return Nothing{};
     }
@@ -140,7 +156,7 @@ Value Evaluation::open(const CORBA::Any& any) {
   if (type->kind() == CORBA::tk_null || type->kind() == CORBA::tk_void) {
     return Nothing{};
   }
-  const Value known = openKnown(*innermost, type);
+  const Value known = openKnown(*innermost, type, *this);
   return isNothing(known) ? openUnknown(*innermost) : known;
 }
 
@@ -153,6 +169,7 @@ Value Evaluation::openUnknown(const CORBA::Any& any) {
       return open(DynamicAny::DynAny::_duplicate(value));
     }
   }
+  work_.spend(DYNAMIC_COST);
   DynamicAny::DynAny_var value = factory_->create_dyn_any(any);
   const auto& kept = opened_.emplace_back(&any, value._retn());
   return open(DynamicAny::DynAny::_duplicate(kept.second));
@@ -160,6 +177,7 @@ Value Evaluation::openUnknown(const CORBA::Any& any) {
 
 Value Evaluation::open(DynamicAny::DynAny_ptr part) {
   DynamicAny::DynAny_var held = part;
+  work_.spend(PART_COST);
   CORBA::TypeCode_var own = held->type();
   CORBA::TypeCode_var type = withoutAlias(own);
   switch (type->kind()) {

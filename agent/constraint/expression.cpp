@@ -1,11 +1,14 @@
 #include "agent/constraint/expression.h"
 
+#include <cstring>
 #include <utility>
 #include <vector>
 
 namespace zk::agent::etcl {
 
 namespace {
+
+constexpr std::size_t BYTES_A_UNIT = 64;  // of a text that is compared
 
 class Literal final : public Expression {
  public:
@@ -124,7 +127,14 @@ class Negation final : public Expression {
   ExpressionPtr condition_;
 };
 
+// A comparison costs by the text that it may have to read.
+void spendOn(const Value& text, Evaluation& evaluation) {
+  const auto* read = std::get_if<std::string_view>(&text);
+  evaluation.work().spend(1 + (read != nullptr ? read->size() / BYTES_A_UNIT : 0));
+}
+
 Value compareNamed(Comparison how, const Value& left, const Value& right, Evaluation& evaluation) {
+  spendOn(left, evaluation);
   const bool labels =
       std::holds_alternative<Enumerated>(left) || std::holds_alternative<Enumerated>(right);
   return labels ? compare(how, left, right)
@@ -154,6 +164,7 @@ class Calculation final : public Expression {
       : what_(what), left_(std::move(left)), right_(std::move(right)) {}
 
   Value evaluate(Evaluation& evaluation) const override {
+    evaluation.work().spend(1);
     return calculate(what_, lookedUp(left_->evaluate(evaluation), evaluation),
                      lookedUp(right_->evaluate(evaluation), evaluation));
   }
@@ -175,9 +186,16 @@ class Substring final : public Expression {
     const Value hay = lookedUp(hay_->evaluate(evaluation), evaluation);
     const auto* sought = std::get_if<std::string_view>(&needle);
     const auto* text = std::get_if<std::string_view>(&hay);
-    return sought != nullptr && text != nullptr
-               ? Value(text->find(*sought) != std::string_view::npos)
-               : Value();
+    return sought != nullptr && text != nullptr ? Value(holds(*text, *sought, evaluation))
+                                                : Value();
+  }
+
+  // Not with std::string_view::find, which takes the product of both lengths for
+  // texts that are made for it. A unit for each byte: those there are still cost
+  // some nanoseconds each.
+  static bool holds(std::string_view text, std::string_view sought, Evaluation& evaluation) {
+    evaluation.work().spend(1 + text.size() + sought.size());
+    return memmem(text.data(), text.size(), sought.data(), sought.size()) != nullptr;
   }
 
  private:
@@ -198,6 +216,7 @@ class Contained final : public Expression {
       return Nothing{};
     }
     for (CORBA::ULong i = 0; i < *length; ++i) {
+      evaluation.work().spend(1);
       const Value here = elementAt(list, i, evaluation);
       if (isTrue(compareNamed(Comparison::EQUAL, element, here, evaluation))) {
         return true;
@@ -249,6 +268,7 @@ ExpressionPtr contained(ExpressionPtr element, Path list) {
 }
 
 std::optional<bool> answer(const Expression& condition, Evaluation& evaluation) {
+  evaluation.work().spend(1);
   const Value value = lookedUp(condition.evaluate(evaluation), evaluation);
   const auto* holds = std::get_if<bool>(&value);
   return holds != nullptr ? std::optional(*holds) : std::nullopt;

@@ -219,14 +219,14 @@ std::string wrongToken(std::string_view rest) {
 
 }  // namespace
 
-ExpressionPtr parseConstraint(std::string_view constraint) {
+Parsed parseConstraint(std::string_view constraint) {
   if (constraint.size() > MOST_BYTES) {
     throw InvalidConstraintText("more than " + std::to_string(MOST_BYTES) + " bytes", MOST_BYTES);
   }
   Builder builder(constraint);
   Input input = inputOf(constraint);
   peg::parse<rule::Constraint>(input, builder);
-  return builder.result();
+  return {builder.result(), builder.tokens()};
 }
 
 }  // namespace zk::agent::etcl

@@ -36,7 +36,11 @@ constexpr std::size_t MOST_OPERATIONS = 256;  // of arithmetic
 // event. Throws InvalidConstraintText at the first place where the text goes
 // wrong, also where a number or a text stands for a condition, since that would
 // hold for no event ever.
-ExpressionPtr parseConstraint(std::string_view constraint);
+struct Parsed {
+  ExpressionPtr root;
+  std::size_t tokens;
+};
+Parsed parseConstraint(std::string_view constraint);
 
 }  // namespace etcl
 

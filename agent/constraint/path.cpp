@@ -141,6 +141,7 @@ Value variable(std::string_view name, Evaluation& evaluation) {
 }
 
 Value follow(const Path& path, Evaluation& evaluation) {
+  evaluation.work().spend(1 + path.steps.size());
   Value here = path.variable ? variable(*path.variable, evaluation) : Value(&evaluation.event());
   for (const Step& step : path.steps) {
     if (isNothing(here)) {

@@ -136,6 +136,7 @@ Value memberAt(const Record& record, CORBA::ULong index, Evaluation& evaluation)
 template <typename List>
 Value associated(const List& list, std::string_view name, Evaluation& evaluation) {
   for (CORBA::ULong i = 0; i < list.length(); ++i) {
+    evaluation.work().spend(1);
     if (name == list[i].name.in()) {
       return memberAt(list[i], 1, evaluation);
     }

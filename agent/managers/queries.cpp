@@ -1,5 +1,7 @@
 #include "agent/managers/queries.h"
 
+#include <cstring>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -74,6 +76,18 @@ MapObject_T heldBy(const std::string& parentId, const std::optional<Record>& rec
     throw noSuchObject(name);
   }
   return mapObjectOf(found(record, name));
+}
+
+// Of what a query leaves out: some times as much as there is.
+constexpr std::size_t MOST_CAUSES = 1024;
+constexpr std::size_t MOST_SEVERITIES = 64;
+constexpr std::size_t LONGEST_CAUSE = 255;
+
+void requireAtMost(std::size_t most, std::size_t count, const char* what) {
+  if (count > most) {
+    throw refusal(globaldefs::EXCPT_INVALID_INPUT,
+                  "more than " + std::to_string(most) + " " + what);
+  }
 }
 
 std::vector<long> idsOfActive(const Inventory& inventory, const ExcludedAlarms& excluded,
@@ -201,7 +215,10 @@ NVSList_T subnetworkNameOfElement(const Inventory& inventory, const NVSList_T& n
 
 ExcludedAlarms::ExcludedAlarms(const notifications::ProbableCauseList_T& causes,
                                const notifications::PerceivedSeverityList_T& excludedSeverities) {
+  requireAtMost(MOST_CAUSES, causes.length(), "probable causes");
+  requireAtMost(MOST_SEVERITIES, excludedSeverities.length(), "severities");
   for (CORBA::ULong i = 0; i < causes.length(); ++i) {
+    requireAtMost(LONGEST_CAUSE, std::strlen(causes[i]), "characters in a probable cause");
     probableCauses.emplace(causes[i]);
   }
   for (CORBA::ULong i = 0; i < excludedSeverities.length(); ++i) {

@@ -54,6 +54,7 @@ struct ExcludedAlarms {
   std::set<std::string> probableCauses;
   std::set<Severity> severities;
 
+  // Throws Refusal, invalid input, for lists that are longer than they can mean.
   ExcludedAlarms(const notifications::ProbableCauseList_T& causes,
                  const notifications::PerceivedSeverityList_T& severities);
   bool contains(const AlarmRecord& alarm) const;

@@ -43,7 +43,7 @@ std::map<std::string, Operations> interface() {
                             {"suspendFilter", 1},    {"resumeFilter", 1},   {"cancelFilter", 1},
                             {"setReportStatus", 1},  {"pushMessage", 1},    {"pushBulkMessage", 1},
                             {"PushBulkMessage", 1},  {"getMsgList", 1},     {"listSignal", 1}};
-  result["NXListSignal"] = {{"wait", 1}, {"end", 1}};
+  result["NXListSignal"] = {{"wait", 1}, {"end", 1}, {"takeMissed", 1}};
   result["TANotification"] = {
       {"OnObjectCreated", 1},      {"OnObjectDeleted", 1},        {"OnObjectAVC", 1},
       {"OnObjectStateChanged", 1}, {"SendObjectNotification", 1}, {"SendNotification", 2},

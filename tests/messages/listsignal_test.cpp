@@ -7,6 +7,7 @@
 #include <future>
 
 #include "tests/messages/support.h"
+#include "tests/platform/waiting.h"
 
 namespace zk::test {
 namespace {
@@ -66,6 +67,41 @@ TEST_F(ListSignalTest, eventEndsTheWait) {
   push(handle, "a");
   EXPECT_EQ(result.get(), State::EVENTS);
   EXPECT_THAT(fetch(handle, CLIENT), ElementsAre("a"));
+}
+
+// The queue holds one event, and the list takes two and one more.
+TEST_F(ListSignalTest, lossEndsTheWaitAndComesFirst) {
+  config.cachesize = 1;
+  config.eventlistsize = 1;
+  NXMessageHandle small;
+  small.setReportStatus(CLIENT, true);
+  const Signal signal = small.listSignal(CLIENT);
+  for (int i = 0; i < 100; ++i) {
+    push(small, "a");
+  }
+  EXPECT_EQ(signal->wait(farAway()), State::MISSED);
+  const unsigned long missed = signal->takeMissed();
+  EXPECT_GT(missed, 90U);
+  EXPECT_EQ(signal->takeMissed(), 0U);
+  EXPECT_EQ(signal->wait(farAway()), State::EVENTS);
+  std::size_t listed = 0;
+  EXPECT_TRUE(becomesTrue([&] {
+    listed += fetch(small, CLIENT).size();
+    return listed + missed == 100;
+  }));
+}
+
+TEST_F(ListSignalTest, endComesBeforeALoss) {
+  config.cachesize = 1;
+  config.eventlistsize = 1;
+  NXMessageHandle small;
+  small.setReportStatus(CLIENT, true);
+  const Signal signal = small.listSignal(CLIENT);
+  for (int i = 0; i < 100; ++i) {
+    push(small, "a");
+  }
+  small.unSubscribeMsg(CLIENT);
+  EXPECT_EQ(signal->wait(past()), State::OVER);
 }
 
 TEST_F(ListSignalTest, eventEndsTheWaitOfEveryWaiter) {

@@ -125,6 +125,10 @@ TEST_F(OutOfMemory, forAnEventLosesItAloneAndReleasesIt) {
     handle.pushMessage(large.get(), nullptr);
     ASSERT_TRUE(eventuallyFree(large));
   }
+  const auto signal = handle.listSignal(1);
+  EXPECT_EQ(signal->wait(std::chrono::steady_clock::now() + std::chrono::minutes(1)),
+            NS_QUORCORBA::NXListSignal::State::MISSED);
+  EXPECT_EQ(signal->takeMissed(), 1U);
   push(handle, "a");
   EXPECT_THAT(fetchUntil("a", handle, 1), ElementsAre("a"));
 }

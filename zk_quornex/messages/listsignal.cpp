@@ -1,10 +1,15 @@
 #include "zk_quornex/messages/listsignal.h"
 
+#include <utility>
+
 namespace NS_QUORCORBA {
 
 NXListSignal::State NXListSignal::wait(std::chrono::steady_clock::time_point until) {
   const zk::MutexLock lock(mutex_);
-  while (filling_ == Filling::EMPTY && changed_.waitUntil(mutex_, until)) {
+  while (filling_ == Filling::EMPTY && missed_ == 0 && changed_.waitUntil(mutex_, until)) {
+  }
+  if (filling_ != Filling::ENDED && missed_ != 0) {
+    return State::MISSED;
   }
   switch (filling_) {
     case Filling::FILLED:
@@ -17,6 +22,17 @@ NXListSignal::State NXListSignal::wait(std::chrono::steady_clock::time_point unt
 }
 
 void NXListSignal::end() { become(Filling::ENDED); }
+
+unsigned long NXListSignal::takeMissed() {
+  const zk::MutexLock guard(mutex_);
+  return std::exchange(missed_, 0);
+}
+
+void NXListSignal::miss() {
+  const zk::MutexLock guard(mutex_);
+  ++missed_;
+  changed_.notifyAll();
+}
 
 void NXListSignal::become(Filling filling) {
   if (filling_.load(std::memory_order_relaxed) == filling) {

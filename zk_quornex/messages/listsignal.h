@@ -18,6 +18,7 @@ class __attribute__((visibility("default"))) NXListSignal {
   enum class State {
     EVENTS,   // the list holds at least one event
     OVER,     // the client is gone: unsubscribed, replaced or found invalid
+    MISSED,   // events for the list were lost, and nobody has asked how many
     TIME_OUT  // neither has come to pass in time
   };
 
@@ -25,7 +26,8 @@ class __attribute__((visibility("default"))) NXListSignal {
   NXListSignal(const NXListSignal&) = delete;
   NXListSignal& operator=(const NXListSignal&) = delete;
 
-  // Blocks until the list holds an event, the client is gone, or it is time.
+  // Blocks until the list holds an event, events were lost, the client is gone, or
+  // it is time. A loss comes before what is listed.
   // Returns at once while events are listed, until somebody fetches them; and
   // from the client's end on always OVER, whatever was listed then. A time that
   // has passed asks without waiting.
@@ -36,6 +38,10 @@ class __attribute__((visibility("default"))) NXListSignal {
   // itself stays until it is unsubscribed.
   void end();
 
+  // How many events the client's filter let pass that are lost to it, for lack of
+  // memory or of room in its queue, since this was asked last.
+  unsigned long takeMissed();
+
  private:
   friend class NXMessageCache;
 
@@ -45,12 +51,14 @@ class __attribute__((visibility("default"))) NXListSignal {
   // event that is not the first of its list costs a load.
   void fill() { become(Filling::FILLED); }
   void empty() { become(Filling::EMPTY); }
+  void miss();
 
   void become(Filling filling);
 
   zk::Mutex mutex_;
   zk::Condition changed_;
   std::atomic<Filling> filling_{Filling::EMPTY};  // changed under mutex_
+  unsigned long missed_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace NS_QUORCORBA

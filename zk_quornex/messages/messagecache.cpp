@@ -48,7 +48,9 @@ NXMessageCache::NXMessageCache()
     : eventlistsize_(configuredEventlistsize()),
       events_(makeList(eventlistsize_)),
       agent_(std::make_unique<Nex_MsgAgent>(this)) {
-  agent_->start();
+  if (!agent_->start()) {
+    signal_->end();
+  }
 }
 
 NXMessageCache::~NXMessageCache() {
@@ -84,8 +86,8 @@ void NXMessageCache::mergeLayerFilter(const NXLayerFilter& layers) {
 }
 
 void NXMessageCache::offer(NXEventHolder* event, const void* context) {
-  if (reportStatus_ && passes(context)) {
-    agent_->pushmsg(event);
+  if (reportStatus_ && passes(context) && agent_->pushmsg(event) != 0) {
+    signal_->miss();
   }
 }
 

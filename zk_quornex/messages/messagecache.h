@@ -55,8 +55,9 @@ using NXLayerFilter = std::map<std::pair<long, long>, bool>;
 // list (here). The agent's thread takes none of them but the list lock.
 class NXMessageCache {
  public:
-  // Makes the list and starts the client's thread. Throws std::bad_alloc when
-  // there is no memory for a list of the configured size.
+  // Makes the list and starts the client's thread; without a thread, the signal
+  // tells the client's end. Throws std::bad_alloc when there is no memory for a
+  // list of the configured size.
   NXMessageCache();
 
   // Ends all waits for the list, then the thread, and waits for that; events
@@ -80,7 +81,8 @@ class NXMessageCache {
   const NXLayerFilter& layerFilter() const { return layers_; }
   NXMessageFilter* filter() const { return filter_.get(); }
 
-  // Queues the event if reporting is on and the filter lets it pass.
+  // Queues the event if reporting is on and the filter lets it pass. One that finds
+  // no room or no memory is lost, which the signal tells.
   void offer(NXEventHolder* event, const void* context);
 
   // Gives the client's whole list away and starts a new one. Returns 0. Throws
@@ -92,6 +94,8 @@ class NXMessageCache {
   // it whatever happens. Returns 0, or -1 for a null event. Throws what copying
   // throws, with the list as it was. Called by the agent's thread.
   int assembleMsg(NXEventHolder* event);
+  // Has the signal tell that the event is lost.
+  void miss() { signal_->miss(); }
 
   // What to wait by for the list to hold events. Never null; any thread.
   const std::shared_ptr<NXListSignal>& listSignal() const { return signal_; }

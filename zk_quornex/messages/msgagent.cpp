@@ -70,18 +70,20 @@ Nex_MsgAgent::~Nex_MsgAgent() {
   auto* wakeUp = new (std::nothrow) ACE_Message_Block;
   if (wakeUp == nullptr) {
     errno = ENOMEM;
-  }
-  if (putq(wakeUp) == -1 && wakeUp != nullptr) {
+    msg_queue()->deactivate();
+  } else if (putq(wakeUp) == -1) {
     wakeUp->release();
   }
   wait();
   drain();
 }
 
-void Nex_MsgAgent::start() {
-  if (activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED) == 0) {
-    started_.wait();
+bool Nex_MsgAgent::start() {
+  if (activate(THR_NEW_LWP | THR_JOINABLE | THR_INHERIT_SCHED) != 0) {
+    return false;
   }
+  started_.wait();
+  return true;
 }
 
 int Nex_MsgAgent::pushmsg(NXEventHolder* event) {
@@ -150,6 +152,7 @@ Nex_MsgAgent::Step Nex_MsgAgent::takeOne() {
     cache_->assembleMsg(event);
   } catch (...) {
     // One event less for one client, as when its queue is full.
+    cache_->miss();
   }
   return nextStep();
 }

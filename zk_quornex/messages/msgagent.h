@@ -33,11 +33,12 @@ class Nex_MsgAgent : public ACE_Task<ACE_MT_SYNCH> {
   Nex_MsgAgent& operator=(const Nex_MsgAgent&) = delete;
 
   // Starts the one thread and returns when it is under way: a thread that ACE is
-  // still preparing crashes when the process ends meanwhile.
-  void start();
+  // still preparing crashes when the process ends meanwhile. Returns whether there
+  // is a thread.
+  bool start();
 
   // The thread's body. An event that cannot be copied, for lack of memory, is
-  // lost to the client; the thread goes on with the next.
+  // lost to the client, whose signal tells it; the thread goes on with the next.
   int svc() override;
 
   // Queues the event, taking a reference of its own. Returns 0, or -1 when the

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "tests/agent/channel/support/clients.h"
+#include "tests/agent/channel/support/filters.h"
 
 namespace {
 
@@ -24,18 +25,9 @@ EventTypeSeq types(const std::vector<const char*>& names, const char* domain = "
   return list;
 }
 
-CosNotifyFilter::ConstraintExpSeq constraints(const std::vector<const char*>& texts) {
-  CosNotifyFilter::ConstraintExpSeq list;
-  list.length(static_cast<CORBA::ULong>(texts.size()));
-  for (CORBA::ULong i = 0; i < list.length(); ++i) {
-    list[i].constraint_expr = CORBA::string_dup(texts[i]);
-  }
-  return list;
-}
-
 class Filtering : public testing::Test {
  protected:
-  Filter_var filterOf(const std::vector<const char*>& texts) {
+  Filter_var filterOf(const std::vector<std::string>& texts) {
     const CosNotifyFilter::FilterFactory_var factory = local.channel->default_filter_factory();
     Filter_var filter = factory->create_filter("EXTENDED_TCL");
     const ConstraintInfoSeq_var added = filter->add_constraints(constraints(texts));
@@ -234,7 +226,7 @@ TEST_F(Filtering, speaksOneGrammar) {
 TEST_F(Filtering, limitsFiltersAndConstraints) {
   const CosNotifyFilter::FilterFactory_var factory = local.channel->default_filter_factory();
   const Filter_var filter = filterOf({});
-  const std::vector<const char*> texts(65, "$a == 1");
+  const std::vector<std::string> texts(65, "$a == 1");
   EXPECT_THROW(filter->add_constraints(constraints(texts)), CORBA::IMP_LIMIT);
   for (int i = 1; i < 64; ++i) {
     const Filter_var one = factory->create_filter("EXTENDED_TCL");
@@ -254,6 +246,33 @@ TEST_F(Filtering, matchesStructuredEventsAlone) {
   EXPECT_THROW(filter->detach_callback(1), CosNotifyFilter::CallbackNotFound);
   const CosNotifyFilter::CallbackIDSeq_var none = filter->get_callbacks();
   EXPECT_EQ(none->length(), 0U);
+}
+
+// A client says itself what a value of its event is.
+TEST_F(Filtering, looksIntoNoValueThatAClientDescribes) {
+  CosNotification::NamedPropertyRange range;
+  range.name = CORBA::string_dup("here");
+  auto event = makeAlarm("1");
+  setProperty(event, "range", toAny(range));
+  const Filter_var inside = filterOf({"$range.name == 'here'"});
+  EXPECT_FALSE(inside->match_structured(event));
+  client.proxy->add_filter(inside.in());
+  send(event);
+  EXPECT_EQ(rest(client), Ids{"1"}) << "the EMS's own";
+  const Filter_var outside = filterOf({"exist $range and $layerRate == 1"});
+  EXPECT_TRUE(outside->match_structured(event));
+}
+
+TEST_F(Filtering, opensNoValueInsideAnotherThatAClientSends) {
+  CORBA::Any inner;
+  inner <<= "here";
+  auto event = makeAlarm("1");
+  setProperty(event, "outer", toAny(inner));
+  const Filter_var filter = filterOf({"$outer == 'here'"});
+  EXPECT_FALSE(filter->match_structured(event));
+  client.proxy->add_filter(filter.in());
+  send(event);
+  EXPECT_EQ(rest(client), Ids{"1"}) << "the EMS's own";
 }
 
 TEST_F(Filtering, followsTheSubscription) {

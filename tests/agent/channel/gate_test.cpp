@@ -141,4 +141,51 @@ TEST_F(GateTest, wakesWhoeverWaits) {
   }
 }
 
+TEST_F(GateTest, losesWhatCannotBeJudgedUntilEventsAreJudgedAgain) {
+  open.canJudge = false;
+  EXPECT_FALSE(open.offer(makeAlarm("1")));
+  EXPECT_FALSE(open.offer(makeAlarm("2")));
+  EXPECT_TRUE(journal->becomes({"occurred 20121120094200.0Z 1"}));
+  open.canJudge = true;
+  open.admits = false;
+  EXPECT_FALSE(open.offer(makeAlarm("3")));
+  EXPECT_TRUE(journal->becomes({"occurred 20121120094200.0Z 1", "cleared"}));
+}
+
+TEST_F(GateTest, refusesTheNewestAboveTheSessionsBytes) {
+  OpenGate large{1000, losses};
+  EXPECT_TRUE(large.offer(makeAlarm("1"), 600000));
+  EXPECT_FALSE(large.offer(makeAlarm("2"), 600000));
+  EXPECT_TRUE(large.offer(makeAlarm("3"), 400000));
+  EXPECT_EQ(large.budget->taken(), 1000000U);
+  EXPECT_TRUE(journal->becomes({"occurred 20121120094200.0Z 2"}));
+  large.gate->fetched(2);
+  large.gate->delivered(1);
+  EXPECT_EQ(large.budget->taken(), 500000U) << "of average size";
+  large.gate->delivered(1);
+  EXPECT_EQ(large.budget->taken(), 0U);
+  EXPECT_TRUE(large.offer(makeAlarm("4"), 600000));
+}
+
+TEST_F(GateTest, givesTheBytesBackWhenNobodyHasItsEventsAnyMore) {
+  const auto budget = open.budget;
+  EXPECT_TRUE(open.offer(makeAlarm("1"), 10));
+  gate.close();
+  EXPECT_EQ(budget->taken(), 10U);
+  open.gate.reset();
+  EXPECT_EQ(budget->taken(), 0U);
+}
+
+TEST_F(GateTest, tellsWhatTheCacheLost) {
+  open.offer(makeAlarm("1"), 10);
+  open.offer(makeAlarm("2"), 10);
+  gate.lost(1);
+  EXPECT_EQ(gate.waiting(), 1U);
+  ASSERT_TRUE(becomesTrue([&] { return journal->lines().size() == 1; }));
+  EXPECT_EQ(journal->lines().at(0).substr(0, 9), "occurred ");
+  drain();
+  EXPECT_TRUE(becomesTrue([&] { return journal->lines().size() == 2; }));
+  EXPECT_EQ(open.budget->taken(), 0U);
+}
+
 }  // namespace

@@ -95,6 +95,26 @@ TEST_F(ActiveAlarmQueries, answerOfOneElement) {
   EXPECT_TRUE(CORBA::is_nil(iterator.in()));
 }
 
+TEST_F(ActiveAlarmQueries, refuseListsLongerThanTheyCanMean) {
+  const auto refusal = [&] {
+    return refusalBy([&] {
+      ems->getAllEMSAndMEActiveAlarms(causes, severities, 10, events.out(), iterator.out());
+    });
+  };
+  causes.length(1025);
+  EXPECT_EQ(refusal(), "INVALID_INPUT: more than 1024 probable causes");
+  causes.length(1);
+  causes[0] = CORBA::string_dup(std::string(256, 'x').c_str());
+  EXPECT_EQ(refusal(), "INVALID_INPUT: more than 255 characters in a probable cause");
+  causes.length(0);
+  severities.length(65);
+  EXPECT_EQ(refusal(), "INVALID_INPUT: more than 64 severities");
+  EXPECT_EQ(refusalBy([&] {
+              ems->getAllEMSSystemActiveAlarms(severities, 10, events.out(), iterator.out());
+            }),
+            "INVALID_INPUT: more than 64 severities");
+}
+
 TEST_F(ActiveAlarmQueries, refuseElementsThatAreNotThere) {
   const auto refusalOf = [&](const globaldefs::NVSList_T& name) {
     return refusalBy([&] {

@@ -1,6 +1,7 @@
 #include "zk_quornex/platform/default/eventsinks.h"
 
 #include <map>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -72,9 +73,19 @@ class QueueingPusher : public EventPusher {
     if (sinks->empty()) {
       return;
     }
-    const SharedEvent copy = std::make_shared<const CosNotification::StructuredEvent>(event);
+    const SharedEvent copy = copyOf(event);
     for (const auto& [name, queue] : *sinks) {
       queue->add(copy);
+    }
+  }
+
+ private:
+  // Null without memory.
+  static SharedEvent copyOf(const CosNotification::StructuredEvent& event) {
+    try {
+      return std::make_shared<const CosNotification::StructuredEvent>(event);
+    } catch (const std::bad_alloc&) {
+      return nullptr;
     }
   }
 };

@@ -1,6 +1,7 @@
 #include "zk_quornex/platform/default/sinkqueue.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "zk_quornex/platform/trace.h"
@@ -39,13 +40,22 @@ SinkQueue::Added SinkQueue::tryAdd(const SharedEvent& event) {
   if (finished_) {
     return Added::DROPPED;
   }
-  if (waiting_.size() >= capacity_) {
-    ++counts_.dropped;
-    return std::exchange(overflowing_, true) ? Added::DROPPED : Added::FIRST_DROPPED;
+  if (event != nullptr && waiting_.size() < capacity_ && tryQueue(event)) {
+    changed_.notifyOne();
+    return Added::QUEUED;
   }
-  waiting_.push_back(event);
-  changed_.notifyOne();
-  return Added::QUEUED;
+  ++counts_.dropped;
+  return std::exchange(overflowing_, true) ? Added::DROPPED : Added::FIRST_DROPPED;
+}
+
+// False without memory.
+bool SinkQueue::tryQueue(const SharedEvent& event) {
+  try {
+    waiting_.push_back(event);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 bool SinkQueue::takeNext() {

@@ -20,10 +20,10 @@ class SinkQueue {
   // Starts the thread. Once.
   void start();
 
-  // Queues the event, or drops it when `capacity` events wait already or finish
-  // was called. Never waits for the sink. A drop is traced only when it is the
-  // first since the queue was last empty: a sink that stays too slow is one
-  // line, not one for each event.
+  // Queues the event, or drops it when `capacity` events wait already, there is no
+  // memory, or finish was called; null is one that was dropped before. Never waits for the sink. A
+  // drop is traced only when it is the first since the queue was last empty: a sink that stays too
+  // slow is one line, not one for each event.
   void add(const SharedEvent& event);
 
   // Takes no more events, waits until the sink has taken those queued, and ends
@@ -40,6 +40,7 @@ class SinkQueue {
   enum class Added { QUEUED, DROPPED, FIRST_DROPPED };
 
   Added tryAdd(const SharedEvent& event);
+  bool tryQueue(const SharedEvent& event) ZK_REQUIRES(mutex_);
   SharedEvent waitForNext();
   void handOver(const SharedEvent& event) const;
 

@@ -71,6 +71,8 @@ class FakeSource : public zk::agent::EventSource {
 
 // A gate that lets in whatever is offered, up to a limit that the test sets.
 struct OpenGate {
+  using Verdict = zk::agent::Verdict;
+
   explicit OpenGate(long most = 1000, std::shared_ptr<zk::agent::Losses> losses = nullptr)
       : limit(most),
         gate(std::make_shared<zk::agent::Gate>(
@@ -78,13 +80,14 @@ struct OpenGate {
             zk::agent::Gate::Rules{[this](const CosNotification::EventType&) { return wants; },
                                    [this](const CosNotification::StructuredEvent&) {
                                      ++judged;
-                                     return admits;
+                                     return canJudge ? (admits ? Verdict::PASS : Verdict::DROP)
+                                                     : Verdict::UNJUDGED;
                                    },
                                    [this] { return limit; }},
-            std::move(losses))) {}
+            budget, std::move(losses))) {}
 
-  bool offer(const CosNotification::StructuredEvent& event) {
-    const bool accepted = gate->accept(event);
+  bool offer(const CosNotification::StructuredEvent& event, std::size_t bytes = 1) {
+    const bool accepted = gate->accept(event, bytes);
     if (accepted) {
       gate->enter();
     }
@@ -92,6 +95,9 @@ struct OpenGate {
   }
 
   long limit;
+  const std::shared_ptr<zk::agent::ByteBudget> budget =
+      std::make_shared<zk::agent::ByteBudget>(1000000);
+  bool canJudge = true;
   bool wants = true;
   bool admits = true;
   int judged = 0;

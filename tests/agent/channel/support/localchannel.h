@@ -82,13 +82,14 @@ inline std::shared_ptr<zk::agent::SessionAdapter> sessionAdapter(PortableServer:
 class LocalChannel {
  public:
   static constexpr long SESSION = 7;
+  static constexpr long OTHER = 8;  // alive, but not open
 
   explicit LocalChannel(const zk::agent::ChannelSettings& settings = quickSettings())
       : root_(rootAdapter()),
         service(settings,
                 [this](long id) {
                   onValidity();
-                  return id == SESSION && alive;
+                  return (id == SESSION || id == OTHER) && alive;
                 }),
         home(std::make_shared<zk::agent::ServantHome>(*adapter_, "")),
         losses(std::make_shared<LossJournal>()),
