@@ -1,7 +1,6 @@
 #include "agent/ems/objects.h"
 
 #include <sqlite3.h>
-#include <utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -267,9 +266,6 @@ Result Objects::remove(const ObjectKey& key, ListenerCalls& calls) {
 
 Result Objects::checkText(const ObjectKey& key, Attribute attribute, const std::string& text,
                           const ChangeOptions& options) const {
-  if (!utf8::is_valid(text.begin(), text.end())) {
-    return Result::BAD_VALUE;  // clients could not be told of it
-  }
   if (key.kind == ObjectKind::DEVICE && attribute == Attribute::NATIVE_NAME && text.empty()) {
     return Result::BAD_VALUE;
   }

@@ -1,5 +1,7 @@
 #include "agent/managers/managers.h"
 
+#include <utf8.h>
+
 #include <cstring>
 
 #include "agent/base/sequences.h"
@@ -19,6 +21,13 @@ namespace {
 
 constexpr std::size_t LONGEST_TEXT = 252;
 
+// A text that is no UTF-8 could not be told to other clients.
+void requireUtf8(const char* text) {
+  if (!utf8::is_valid(text, text + std::strlen(text))) {
+    throw refusal(globaldefs::EXCPT_INVALID_INPUT, "a text is not UTF-8");
+  }
+}
+
 void throwUnlessOk(unsigned long code, const globaldefs::NVSList_T& name) {
   if (code == RESULT_NOT_SUPPORTED) {
     throw notImplemented();
@@ -36,6 +45,7 @@ void CommonOperations::setUserLabel(const globaldefs::NVSList_T& name, const cha
                                     bool unique) const {
   refusingFailures("setUserLabel", [&] {
     const EmsRequest request(readKey(name), label, unique);
+    requireUtf8(label);
     throwUnlessOk(TECommonFunc::OnSetUserLabel(name, label, false), name);
   });
 }
@@ -43,6 +53,7 @@ void CommonOperations::setUserLabel(const globaldefs::NVSList_T& name, const cha
 void CommonOperations::setOwner(const globaldefs::NVSList_T& name, const char* owner) const {
   refusingFailures("setOwner", [&] {
     const EmsRequest request(readKey(name), owner);
+    requireUtf8(owner);
     throwUnlessOk(TECommonFunc::OnSetOwner(name, owner), name);
   });
 }
@@ -53,6 +64,7 @@ void CommonOperations::setNativeName(const globaldefs::NVSList_T& name,
                                      const char* nativeName) const {
   refusingFailures("setNativeEMSName", [&] {
     const InternalName object = readName(name);
+    requireUtf8(nativeName);
     const ObjectKey key = keyOfName(*object);
     if (std::strlen(nativeName) > LONGEST_TEXT) {
       throw refusalOf(RESULT_TEXT_TOO_LONG, name);

@@ -8,6 +8,8 @@ namespace {
 
 char option[] = "-ORBListenEndpoints";
 char endpoint[] = "iiop://127.0.0.1";
+char texts[] = "-ORBNegotiateCodesets";
+char code[] = "1";
 
 std::thread serve(CORBA::ORB_ptr orb) {
   return std::thread([orb] { orb->run(); });
@@ -17,6 +19,8 @@ std::thread serve(CORBA::ORB_ptr orb) {
 
 char option[] = "-ORBendPoint";
 char endpoint[] = "giop:tcp:127.0.0.1:";
+char texts[] = "-ORBnativeCharCodeSet";
+char code[] = "UTF-8";
 
 std::thread serve(CORBA::ORB_ptr) { return {}; }
 
@@ -26,8 +30,8 @@ std::thread serve(CORBA::ORB_ptr) { return {}; }
 
 ServingOrb::ServingOrb() {
   char program[] = "test";
-  char* arguments[] = {program, option, endpoint, nullptr};
-  int count = 3;
+  char* arguments[] = {program, option, endpoint, texts, code, nullptr};
+  int count = 5;
   orb_ = CORBA::ORB_init(count, arguments);
   serving_ = serve(orb_.in());
 }

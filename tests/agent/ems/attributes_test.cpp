@@ -109,18 +109,6 @@ TEST_F(Attributes, findObjectsByTextsThatLookLikeSql) {
   EXPECT_EQ(inventory->remove(ObjectKey::link(id)), Result::DONE);
 }
 
-TEST_F(Attributes, takeTextsThatCanBeTold) {
-  const auto set = [this](const char* label) {
-    return inventory->setAttribute(ObjectKey::device(2), Attribute::USER_LABEL, label, {});
-  };
-  for (const char* good : {"", "plain", "\xc5\x81\xc3\xb3", "\xf0\x9f\x9a\x80"}) {
-    EXPECT_EQ(set(good), Result::DONE) << good;
-  }
-  for (const char* bad : {"\x80", "\xc5", "\xc5\x41", "\xc0\x80", "\xed\xa0\x80", "\xff"}) {
-    EXPECT_EQ(set(bad), Result::BAD_VALUE) << bad;
-  }
-}
-
 TEST_F(Attributes, neverLeaveADeviceWithoutName) {
   EXPECT_EQ(inventory->renameDevice(2, ""), Result::BAD_VALUE);
   EXPECT_NE(inventory->device(2)->name, "");

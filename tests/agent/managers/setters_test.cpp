@@ -108,6 +108,18 @@ TEST_F(Setters, boundTheirTexts) {
   EXPECT_EQ(pushed.events().size(), 3U);
 }
 
+TEST_F(Setters, takeTextsThatCanBeTold) {
+  for (const char* good : {"", "plain", "\xc5\x81\xc3\xb3", "\xf0\x9f\x9a\x80"}) {
+    EXPECT_EQ(refusalBy([&] { manager->setUserLabel(element, good, false); }), "") << good;
+  }
+  for (const char* bad : {"\x80", "\xc5", "\xc5\x41", "\xc0\x80", "\xed\xa0\x80", "\xff"}) {
+    const std::string refused = "INVALID_INPUT: a text is not UTF-8";
+    EXPECT_EQ(refusalBy([&] { manager->setUserLabel(element, bad, false); }), refused) << bad;
+    EXPECT_EQ(refusalBy([&] { manager->setOwner(element, bad); }), refused) << bad;
+    EXPECT_EQ(refusalBy([&] { manager->setNativeEMSName(element, bad); }), refused) << bad;
+  }
+}
+
 TEST_F(Setters, refuseObjectsThatAreNotThereAndReportNothing) {
   const auto missing = named("ManagedElement", "4242");
   EXPECT_EQ(refusalTypeBy([&] { manager->setUserLabel(missing, "x", false); }), "ENTITY_NOT_FOUND");

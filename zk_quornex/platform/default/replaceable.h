@@ -4,15 +4,17 @@
 #define ZK_PLATFORM_DEFAULT_REPLACEABLE_H
 
 #include <atomic>
+#include <new>
 
 namespace zk::platform {
 
 // The process's one T, made by the first call, even from a static initialiser,
-// and never destroyed: threads and destructors of statics may still trace, look
-// up and push while the process ends.
+// which takes no memory but what T itself does, and never destroyed: threads and destructors of
+// statics may still trace, look up and push while the process ends.
 template <class T>
 T& immortal() {
-  static T* const instance = new T;
+  alignas(T) static unsigned char place[sizeof(T)];
+  static T* const instance = new (place) T;
   return *instance;
 }
 
