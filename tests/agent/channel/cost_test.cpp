@@ -97,16 +97,17 @@ class Cost : public testing::Test {
 // Against the same consumers with modest filters, since there is a cost to every
 // consumer. Tried some times: other programs have their say about each second.
 TEST_F(Cost, ofOneSessionsFiltersIsItsOwn) {
+  constexpr double ENOUGH = 0.5;  // 0.36 without budgets, 0.8 to 1.0 on a quiet machine
   Crowd crowd(local);
   double best = 0;
-  for (int i = 0; i < 5 && best < 0.7 && !HasFailure(); ++i) {
+  for (int i = 0; i < 5 && best < ENOUGH && !HasFailure(); ++i) {
     crowd.attack(false);
     const double before = rate();
     crowd.attack(true);
     best = std::max(best, rate() / before);
   }
   RecordProperty("ratio", std::to_string(best));
-  EXPECT_GE(best, 0.7);
+  EXPECT_GE(best, ENOUGH);
   ASSERT_TRUE(becomesTrue([&] { return !crowd.losses->lines().empty(); }));
   EXPECT_EQ(crowd.losses->lines().at(0).substr(0, 9), "occurred ");
   EXPECT_EQ(local.losses->lines(), Ids());

@@ -18,8 +18,10 @@ void startOrb(const std::string& port) {
   char program[] = "test";
   char option[] = "-ORBendPoint";
   std::string endpoint = "giop:tcp:127.0.0.1:" + port;
-  char* argv[] = {program, option, endpoint.data(), nullptr};
-  int argc = 3;
+  char texts[] = "-ORBnativeCharCodeSet";
+  char code[] = "UTF-8";
+  char* argv[] = {program, option, endpoint.data(), texts, code, nullptr};
+  int argc = 5;
   theOrb = CORBA::ORB_init(argc, argv);
 }
 
