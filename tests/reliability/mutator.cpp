@@ -96,9 +96,8 @@ void Mutator::splice(std::string& message, const std::string& other) {
 void Mutator::setLength(std::string& message) {
   const auto rest = static_cast<std::uint32_t>(message.size());
   const std::uint32_t values[] = {
-      0,        1,          2,          255,        1024,      1025,
-      4096,     65535,      65536,      65537,      rest,      rest - HEADER,
-      rest + 1, 0x7fffffff, 0x80000000, 0xfffffffe, 0xffffffff};
+      0,     1,    2,         255,      1024,       1025,       4096,       65535,     65536,
+      65537, rest, rest - 12, rest + 1, 0x7fffffff, 0x80000000, 0xfffffffe, 0xffffffff};
   putNumber(message, values[chance_.below(std::size(values))]);
 }
 
