@@ -121,10 +121,12 @@ class Attack {
     }
     for (unsigned window = 0; window < WINDOWS && process_->running(); ++window) {
       const auto begin = Clock::now();
+      const double used = usageOf(process_->id()).cpuSeconds;
       allowed_ = settings_.messages * (window + 1) / WINDOWS;
       bystander.setAttacked(true);
       watchWhile([&] { return sent_ < allowed_ && process_->running(); });
       bystander.setAttacked(false);
+      used_ += usageOf(process_->id()).cpuSeconds - used;
       const auto end =
           Clock::now() + std::min<Clock::duration>(Clock::now() - begin, std::chrono::seconds(5));
       attacked_ += Clock::now() - begin;
@@ -166,6 +168,7 @@ class Attack {
                                      std::to_string(settings_.connections) +
                                      " connections at a time");
     run_.figure("rate while they were sent", double(sent_) / seconds, "/s");
+    run_.figure("cores used by the agent meanwhile", used_ / seconds, "");
     Answers all;
     for (const auto& attacker : attackers_) {
       for (const auto& [answer, count] : attacker->answers()) {
@@ -219,6 +222,7 @@ class Attack {
   std::atomic<unsigned long> allowed_{0};
   std::atomic<bool> isOver_{false};
   Clock::duration attacked_{};
+  double used_ = 0;  // seconds of a core, by the agent, while messages were sent
   Usage before_;
   long peakKiB_ = 0;
 };
