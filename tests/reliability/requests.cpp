@@ -126,10 +126,34 @@ class Values {
       out_.text("").uint32(0);
       return;
     }
+    const std::size_t minor = chance_.below(3);
     CdrWriter profile = CdrWriter::encapsulation(out_.little());
-    profile.octet(1).octet(0).text("127.0.0.1").uint16(1).octets("nobody");
+    profile.octet(1).octet(static_cast<std::uint8_t>(minor));
+    profile.text("127.0.0.1").uint16(1).octets("nobody");
+    if (minor != 0) {
+      writeComponents(profile);
+    }
     out_.text("IDL:mtnm.tmforum.org/nmsSession/NmsSession_I:1.0").uint32(1);
     out_.uint32(0).octets(profile.bytes());
+  }
+
+  // Code sets, another address, ways to keep secrets, and some that nobody knows.
+  void writeComponents(CdrWriter& profile) {
+    static constexpr std::uint32_t TAGS[] = {0, 1, 3, 20, 33, 36, 77};
+    const std::size_t count = chance_.below(3);
+    profile.uint32(static_cast<std::uint32_t>(count));
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::uint32_t tag = TAGS[chance_.below(std::size(TAGS))];
+      CdrWriter data = CdrWriter::encapsulation(out_.little());
+      if (tag == 1) {
+        data.uint32(0x10001).uint32(1).uint32(0x05010001).uint32(0x10109).uint32(0);
+      } else if (tag == 3) {
+        data.text("127.0.0.1").uint16(1);
+      } else {
+        data.uint32(1).uint32(0).uint32(0).uint32(0);
+      }
+      profile.uint32(tag).octets(data.bytes());
+    }
   }
 
   void writeAny() {  // NOLINT(misc-no-recursion)
