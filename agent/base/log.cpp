@@ -65,14 +65,27 @@ void logCourse(const std::string& text) {
   }
 }
 
+namespace {
+
+// Without memory for a line there is none.
+void tellFailure(const std::string& what, const char* why) noexcept {
+  try {
+    logFailure(what + " failed: " + why);
+  } catch (const std::exception&) {
+    return;
+  }
+}
+
+}  // namespace
+
 bool runLogged(const std::string& what, const std::function<void()>& work) {
   try {
     work();
     return true;
   } catch (const CORBA::Exception& failure) {
-    logFailure(what + " failed: " + failure._name());
+    tellFailure(what, failure._name());
   } catch (const std::exception& failure) {
-    logFailure(what + " failed: " + failure.what());
+    tellFailure(what, failure.what());
   }
   return false;
 }
