@@ -56,6 +56,7 @@ class Faults {
     play("inventory locked by another", [this] { locked(); });
     play("no descriptors", [this] { noDescriptors(); });
     play("no threads", [this] { noThreads(); });
+    play("no memory", [this] { noMemory(); });
     play("clock one hour ahead", [this] { clockSteps(3600); });
     play("clock one hour back", [this] { clockSteps(-3600); });
     play("clients that hang", [this] { hangingClients(); });
@@ -315,6 +316,23 @@ class Faults {
             }
           },
           [&] { limitThreads(user, RLIM_INFINITY); });
+    }
+  }
+
+  // Not a byte more than it has.
+  void noMemory() {
+    startWith({}, plain());
+    if (isServing()) {
+      std::vector<std::unique_ptr<RawClient>> newcomers;
+      suffer(
+          [&] {
+            limit(RLIMIT_AS, usageOf(process_->id()).addressKiB * 1024);
+            for (int i = 0; i < 30; ++i) {
+              newcomers.push_back(std::make_unique<RawClient>(agent_->port));
+              newcomers.back()->send(request(1, FACTORY, "getVersion"));
+            }
+          },
+          [&] { limit(RLIMIT_AS, RLIM_INFINITY); });
     }
   }
 

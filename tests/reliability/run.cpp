@@ -100,6 +100,8 @@ Usage usageOf(const std::string& pid) {
       status >> usage.residentKiB;
     } else if (word == "VmHWM:") {
       status >> usage.peakKiB;
+    } else if (word == "VmSize:") {
+      status >> usage.addressKiB;
     }
   }
   usage.threads = entriesOf(folder + "task");

@@ -60,6 +60,7 @@ std::string rounded(double value);
 struct Usage {
   long residentKiB = 0;
   long peakKiB = 0;
+  unsigned long addressKiB = 0;
   std::size_t threads = 0;
   std::size_t descriptors = 0;
   double cpuSeconds = 0;
