@@ -268,7 +268,9 @@ class Faults {
 
   void expectRefusal() {
     const int status = process_->waitForEnd().value_or(-1);
-    figure("a start over it ends with", std::to_string(status) + ": " + process_->output());
+    const std::string output = process_->output();
+    figure("a start over it ends with",
+           std::to_string(status) + ": " + output.substr(0, output.find('\n')));
     promise(status == 2, "the agent says that it cannot use the inventory");
   }
 
@@ -357,8 +359,8 @@ class Faults {
     if (isServing()) {
       RawClient half(agent_->port);
       half.send(request(1, FACTORY, "getVersion").substr(0, 30));
-      suffer([&] { setClock(file, seconds); }, [] {});
-      promise(half.isHungUp(), "who does not end a message is hung up on in time");
+      suffer([&] { setClock(file, seconds); },
+             [&] { promise(half.isHungUp(), "a message without an end is given up in time"); });
     }
   }
 

@@ -75,21 +75,24 @@ time_t time(time_t* place) noexcept {
 }
 
 // Waits until a time of the wall clock, which may be stepped meanwhile, as the
-// system's own does. May end early, as any wait may.
+// system's own does. A signal by a thread that does not hold the mutex may be missed.
 int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
                            const timespec* until) {
   using Wait = int (*)(pthread_cond_t*, pthread_mutex_t*, const timespec*);
   static const auto wait = reinterpret_cast<Wait>(dlsym(RTLD_NEXT, "pthread_cond_timedwait"));
-  const timespec now = realTime();
-  timespec end = *until;
-  end.tv_sec -= offset();
-  const long left = nanosecondsFrom(now, end);
-  if (left > SLICE) {
-    const long nanoseconds = now.tv_nsec + SLICE;
-    end = {now.tv_sec + nanoseconds / SECOND, nanoseconds % SECOND};
+  while (true) {
+    const timespec now = realTime();
+    timespec end = *until;
+    end.tv_sec -= offset();
+    const bool isLast = nanosecondsFrom(now, end) <= SLICE;
+    if (!isLast) {
+      const long nanoseconds = now.tv_nsec + SLICE;
+      end = {now.tv_sec + nanoseconds / SECOND, nanoseconds % SECOND};
+    }
     const int result = wait(condition, mutex, &end);
-    return result == ETIMEDOUT ? 0 : result;
+    if (isLast || result != ETIMEDOUT) {
+      return result;
+    }
   }
-  return wait(condition, mutex, &end);
 }
 }
