@@ -5,9 +5,17 @@ DEV_PACKAGES := $(PACKAGES) packaging/packages-dev.txt
 INSTALL := packaging/install-packages
 FUZZ_SECONDS ?= 60
 
+# How long and from which numbers `make reliability` runs.
+SEED ?= 814
+MESSAGES ?= 1000000
+ROUNDS ?= 100
+FAULT_SECONDS ?= 5
+SOAK_SECONDS ?= 3600
+SOAK_RATE ?= 2000
+
 .DEFAULT_GOAL := help
-.PHONY: help demo test release debug asan tsan clang coverage bench fuzz lint format docs packages \
-  dev-packages clean
+.PHONY: help demo test release debug asan tsan clang coverage bench reliability fuzz lint format docs \
+  packages dev-packages clean
 
 help: ## Print these targets
 	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-13s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
@@ -40,6 +48,16 @@ bench: dev-packages ## Measure, beside what bounds each figure
 	@cmake --preset bench
 	@cmake --build build/bench
 	@bench/run.sh build/bench/bin
+
+RELIABILITY := build/release/bin/reliability
+reliability: packages ## Attack, kill, starve and soak the agent: docs/reliability.md
+	@cmake --preset release >/dev/null
+	@cmake --build build/release --target reliability_mutations reliability_kill \
+	  reliability_faults reliability_soak
+	@$(RELIABILITY)_mutations --seed $(SEED) --messages $(MESSAGES)
+	@$(RELIABILITY)_kill --seed $(SEED) --rounds $(ROUNDS)
+	@$(RELIABILITY)_faults --seed $(SEED) --seconds $(FAULT_SECONDS)
+	@$(RELIABILITY)_soak --seed $(SEED) --seconds $(SOAK_SECONDS) --rate $(SOAK_RATE)
 
 fuzz: dev-packages ## Fuzz every target for FUZZ_SECONDS (60)
 	@cmake --preset fuzz

@@ -35,11 +35,13 @@ sigset_t awaitedSignals() {
   return signals;
 }
 
-// From here on the signals wait until somebody asks for them, on every thread.
+// From here on the signals wait until somebody asks for them, on every thread. A
+// connection that is gone and a file that may not grow are failures of one call.
 void holdSignals() {
   const sigset_t signals = awaitedSignals();
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 // A terminal or a supervisor that goes away is no reason to stop serving.

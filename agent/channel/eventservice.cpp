@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "agent/base/log.h"
 #include "zk_quornex/platform/config.h"
 #include "zk_quornex/platform/default/bundles.h"
 #include "zk_quornex/platform/default/eventsinks.h"
@@ -101,7 +100,7 @@ std::shared_ptr<SessionChannel> EventService::open(long session, std::shared_ptr
 }
 
 void EventService::missed() {
-  logFailure("more events than the event cache could be fed: some are lost to every NMS");
+  log_.logFailure("", "more events than the event cache could be fed: some are lost to every NMS");
   const std::string time = NS_QUORCORBA::TimeChange::getUTCTime();
   const MutexLock guard(mutex_);
   for (const auto& weak : channels_) {

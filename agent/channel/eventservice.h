@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "agent/base/loglimit.h"
 #include "agent/base/workers.h"
 #include "agent/channel/eventcache.h"
 #include "agent/channel/losses.h"
@@ -55,6 +56,7 @@ class EventService {
   Mutex mutex_;
   std::vector<std::weak_ptr<SessionChannel>> channels_ ZK_GUARDED_BY(mutex_);
   bool stopped_ ZK_GUARDED_BY(mutex_) = false;
+  LogLimit log_{std::chrono::seconds(10), 1};  // of an overload, which lasts
 };
 
 }  // namespace zk::agent

@@ -7,6 +7,7 @@
 #include "agent/base/loglimit.h"
 #include "agent/base/repeating.h"
 #include "agent/orb/caller.h"
+#include "agent/orb/nils.h"
 
 #if defined(ZK_ORB_TAO)
 #include <tao/IORTable/IORTable.h>
@@ -163,6 +164,7 @@ Orb::Orb(const Endpoint& endpoint)
     transport_ = std::make_unique<GuardedTransport>(guard_);
 #endif
     orb_ = startOrb(endpoint);
+    makeNilReferences();
     const PortableServer::POA_var root = rootAdapter(orb_.in());
     sessions_ = std::make_unique<SessionAdapter>(root.in());
   } catch (const CORBA::SystemException& failure) {

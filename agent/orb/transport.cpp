@@ -18,10 +18,13 @@
 
 #include <omniORB4/internal/GIOP_S.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <optional>
 
 #include "agent/orb/caller.h"
 #include "agent/orb/messagereader.h"
@@ -32,18 +35,24 @@ namespace zk::agent {
 namespace {
 
 constexpr const char* TYPE = "giop:guarded";
-constexpr unsigned long IDLE_SECONDS = 3600;
+constexpr std::chrono::hours IDLE_TIME{1};
 constexpr int PAUSE_MILLISECONDS = 50;
 
 Guard* currentGuard = nullptr;
 
-omni_time_t after(unsigned long seconds) {
+using Clock = std::chrono::steady_clock;
+
+// The ORB's deadlines are times of the wall clock.
+omni_time_t after(std::chrono::nanoseconds time) {
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+  const auto rest = time - seconds;
   omni_time_t result;
-  omni_thread::get_time(result, omni_time_t(seconds));
+  omni_thread::get_time(result, omni_time_t(static_cast<unsigned long>(seconds.count()),
+                                            static_cast<unsigned long>(rest.count())));
   return result;
 }
 
-bool isOver(const omni_time_t& deadline) { return !(after(0) < deadline); }
+bool isOver(const omni_time_t& deadline) { return !(after(std::chrono::seconds(0)) < deadline); }
 
 // As the ORB writes the address of one end of a connection.
 std::string addressOf(int socket, int (*ask)(int, sockaddr*, socklen_t*)) {
@@ -70,8 +79,8 @@ class GuardedConnection final : public omni::tcpConnection, public Connected {
   ~GuardedConnection() override { guard_.connections().leave(*this); }
 
   int Send(void* bytes, std::size_t size, const omni_time_t& deadline) override {
-    use(std::chrono::steady_clock::now());
-    const omni_time_t latest = after(Guard::SEND_TIME.count());
+    use(Clock::now());
+    const omni_time_t latest = after(Guard::SEND_TIME);
     return tcpConnection::Send(bytes, size, !deadline || latest < deadline ? latest : deadline);
   }
 
@@ -112,7 +121,7 @@ class GuardedConnection final : public omni::tcpConnection, public Connected {
 
   Guard& guard_;
   MessageReader reader_;
-  omni_time_t due_;  // the end of an unfinished message; unset without one
+  std::optional<Clock::time_point> due_;  // the end of an unfinished message
   std::array<char, 8192> buffer_{};
   std::string_view received_;  // in the buffer, not read yet
   std::atomic<bool> holdsBytes_{false};
@@ -149,17 +158,18 @@ int GuardedConnection::receiveMessage(const omni_time_t& deadline) {
       return state;
     }
   }
-  use(std::chrono::steady_clock::now());
+  use(Clock::now());
   return 1;
 }
 
 int GuardedConnection::receiveBytes(const omni_time_t& deadline) {
   if (!reader_.isUnfinished()) {
-    due_ = omni_time_t();
+    due_.reset();
   } else if (!due_) {
-    due_ = after(Guard::MESSAGE_TIME.count());
+    due_ = Clock::now() + Guard::MESSAGE_TIME;
   }
-  omni_time_t latest = due_ ? due_ : after(IDLE_SECONDS);
+  const auto left = due_ ? *due_ - Clock::now() : Clock::duration(IDLE_TIME);
+  omni_time_t latest = after(std::max(left, Clock::duration::zero()));
   if (deadline && deadline < latest) {
     latest = deadline;
   }
@@ -168,7 +178,7 @@ int GuardedConnection::receiveBytes(const omni_time_t& deadline) {
     received_ = std::string_view(buffer_.data(), static_cast<std::size_t>(count));
     return count;
   }
-  if (count == 0 && due_ && isOver(due_)) {
+  if (count == 0 && due_ && Clock::now() >= *due_) {
     return giveUp("a message does not end");
   }
   const bool isIdle = count == 0 && !(deadline && isOver(deadline));
