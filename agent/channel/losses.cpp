@@ -51,9 +51,11 @@ void Losses::post(Message message) noexcept {
     untold_[untoldCount_++] = std::move(message);
   }
   if (!telling_) {
-    runLogged("telling a loss", [this] {
-      telling_ = workers_->start([self = shared_from_this()] { self->tellAll(); });
+    bool isTold = false;
+    runLogged("telling a loss", [this, &isTold] {
+      isTold = workers_->start([self = shared_from_this()] { self->tellAll(); });
     });
+    telling_ = isTold;
   }
 }
 

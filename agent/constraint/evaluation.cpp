@@ -33,7 +33,9 @@ Value boolean(const CORBA::Any& any) {
 
 Value character(const CORBA::Any& any, Evaluation& evaluation) {
   CORBA::Char value = 0;
-  return (any >>= CORBA::Any::to_char(value)) ? evaluation.keep(std::string(1, value)) : Value();
+  return (any >>= CORBA::Any::to_char(value))
+             ? evaluation.keep(std::string(1, static_cast<char>(value)))
+             : Value();
 }
 
 Value octet(const CORBA::Any& any) {

@@ -14,7 +14,6 @@ constexpr char LOCATE_REQUEST = 3;
 constexpr std::uint16_t KEY_ADDRESS = 0;
 constexpr std::uint32_t CODE_SETS = 1;
 constexpr std::uint8_t WANTS_REPLY = 1;
-constexpr std::uint8_t REPLY_AFTER_CALL = 3;
 
 constexpr std::uint32_t MOST_CONTEXTS = 32;
 constexpr std::size_t MOST_CONTEXT = 4096;

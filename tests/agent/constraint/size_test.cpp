@@ -40,7 +40,7 @@ class Size : public testing::TestWithParam<const char*> {};
 
 // A term is repeated until the constraint is as long as it may be.
 TEST_P(Size, isNoMoreThanItSays) {
-  for (const std::size_t count : {1, 10, 1000, 16000}) {
+  for (const std::size_t count : {1U, 10U, 1000U, 16000U}) {
     std::string text = GetParam();
     for (std::size_t i = 1; i < count; ++i) {
       text += std::string(" or ") + GetParam();

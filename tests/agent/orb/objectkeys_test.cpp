@@ -30,7 +30,7 @@ TEST(ObjectKeys, knowNoIdsOfAnotherLength) {
   const std::string zeros(ObjectKeys::SIZE, '\0');
   keys.add(zeros, "peer");
   EXPECT_EQ(keys.admits(zeros, "peer"), Admission::ADMITTED);
-  for (const std::size_t size : {0, 1, 15, 17, 1000}) {
+  for (const std::size_t size : {0U, 1U, 15U, 17U, 1000U}) {
     EXPECT_EQ(keys.admits(std::string(size, '\0'), "peer"), Admission::UNKNOWN) << size;
   }
 }
