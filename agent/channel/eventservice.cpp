@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "agent/base/log.h"
 #include "zk_quornex/platform/config.h"
 #include "zk_quornex/platform/default/bundles.h"
 #include "zk_quornex/platform/default/eventsinks.h"
