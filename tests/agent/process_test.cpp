@@ -258,10 +258,10 @@ TEST_F(AgentProcess, letsInTheUsersOfItsFile) {
   ReachableNms nms;
   const std::string refused = "ACCESS_DENIED: wrong user or password";
   EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "operator", "wr0ng-w0rd"); }), refused);
-  EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "nobody", "s3cret-w0rd"); }), refused);
-  EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "", ""); }), refused);
   EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "operator", "s3cret-w0rd"); }), refused)
       << "so soon after a wrong one";
+  EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "nobody", "s3cret-w0rd"); }), refused);
+  EXPECT_EQ(refusalBy([&] { nms.logIn(agent, "", ""); }), refused);
   EXPECT_TRUE(becomesTrue(
       [&] { return refusalBy([&] { nms.logIn(agent, "operator", "s3cret-w0rd"); }).empty(); }));
   process->signal(SIGTERM);
