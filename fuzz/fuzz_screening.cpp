@@ -17,7 +17,9 @@ void screenAndDecode(std::string message) {
   }
   ZK_FUZZ_CHECK(request->parametersAt <= message.size());
   if (zk::agent::screen(message, *request) == zk::agent::Verdict::PASS) {
-    zk::test::decodedByOrb(message, *zk::agent::readRequest(message));
+    const auto rest = zk::agent::readRequest(message);
+    ZK_FUZZ_CHECK(rest.has_value());
+    zk::test::decodedByOrb(message, *rest);
   }
 }
 

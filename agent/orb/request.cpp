@@ -85,7 +85,9 @@ void readNewHeader(CdrReader& in, Request& request) {
   request.key = readTarget(in);
   request.operation = readOperation(in);
   readContexts(in);
-  if (in.remaining() != 0) {
+  // Fewer bytes than the padding hold no parameters, and are cut off as such.
+  const std::size_t padding = (8 - in.at() % 8) % 8;
+  if (in.remaining() >= padding) {
     in.align(8);
   }
 }

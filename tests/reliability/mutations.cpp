@@ -138,7 +138,9 @@ class Attack {
     for (unsigned i = 0; i < settings_.connections; ++i) {
       attackers_.push_back(
           std::make_unique<Attacker>(agent_, run_.seed() * 1000 + i, i < settings_.members));
-      threads.emplace_back([this, i] { attack(*attackers_[i]); });
+    }
+    for (const auto& attacker : attackers_) {
+      threads.emplace_back([this, &attacker] { attack(*attacker); });
     }
     for (unsigned window = 0; window < WINDOWS && process_->running(); ++window) {
       const auto begin = Clock::now();

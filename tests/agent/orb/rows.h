@@ -75,7 +75,9 @@ inline void changeEveryByte(const std::string& message) {
       std::string changed = message;
       changed[at] = static_cast<char>(value);
       if (screened(changed) == agent::Verdict::PASS) {
-        decodedByOrb(changed, *agent::readRequest(changed));
+        const auto request = agent::readRequest(changed);
+        ASSERT_TRUE(request);
+        decodedByOrb(changed, *request);
       }
     }
   }

@@ -124,7 +124,9 @@ TEST(Screening, cutsOffWhatFollows) {
       const std::size_t begin = readRequest(message)->parametersAt;
       for (const char* more : {"x", "more than a few further bytes"}) {
         std::string longer = resized(message + more);
-        ASSERT_EQ(zk::agent::screen(longer, *readRequest(longer)), Verdict::PASS) << row.what;
+        const auto request = readRequest(longer);
+        ASSERT_TRUE(request) << row.what << ", " << form;
+        ASSERT_EQ(zk::agent::screen(longer, *request), Verdict::PASS) << row.what;
         // Without parameters the padding before them goes too.
         EXPECT_EQ(longer, begin == message.size() ? resized(longer) : message) << row.what;
         EXPECT_LE(longer.size(), message.size() + 7) << row.what << ", " << form;
