@@ -226,7 +226,8 @@ TEST_F(Strangers, guessOncePerPauseHoweverManyTheyAre) {
   }
   const auto took = std::chrono::steady_clock::now() - begin;
   EXPECT_EQ(refused, 320);
-  const std::size_t seconds = std::chrono::duration_cast<std::chrono::seconds>(took).count();
+  const auto seconds =
+      static_cast<std::size_t>(std::chrono::duration_cast<std::chrono::seconds>(took).count());
   EXPECT_LE(countOf("login of 'operator' refused", process->output()), 2 + seconds);
 }
 
