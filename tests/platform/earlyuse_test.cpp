@@ -22,7 +22,7 @@ struct Seen {
   unsigned long taken = zk::platform::eventSinkCounts("none").taken;
 };
 
-const Seen seenBeforeMain;
+const Seen SEEN_BEFORE_MAIN;
 
 // Ends after everything that tests set up: what it calls must still be there.
 struct LateCaller {
@@ -32,15 +32,15 @@ struct LateCaller {
   }
 };
 
-const LateCaller callsAfterMain;
+const LateCaller CALLS_AFTER_MAIN;
 
 TEST(EarlyUse, everythingAnswersBeforeMain) {
-  EXPECT_EQ(seenBeforeMain.emsName, "Quor/1");
-  EXPECT_EQ(seenBeforeMain.time.size(), std::string("20121120094200.0Z").size());
-  EXPECT_EQ(seenBeforeMain.file, "unknown");
-  EXPECT_TRUE(seenBeforeMain.security);
-  EXPECT_NE(seenBeforeMain.owner, 0u);
-  EXPECT_EQ(seenBeforeMain.taken, 0u);
+  EXPECT_EQ(SEEN_BEFORE_MAIN.emsName, "Quor/1");
+  EXPECT_EQ(SEEN_BEFORE_MAIN.time.size(), std::string("20121120094200.0Z").size());
+  EXPECT_EQ(SEEN_BEFORE_MAIN.file, "unknown");
+  EXPECT_TRUE(SEEN_BEFORE_MAIN.security);
+  EXPECT_NE(SEEN_BEFORE_MAIN.owner, 0u);
+  EXPECT_EQ(SEEN_BEFORE_MAIN.taken, 0u);
 }
 
 }  // namespace

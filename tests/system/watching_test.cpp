@@ -13,7 +13,7 @@ using zk::test::Client;
 using zk::test::counted;
 using zk::test::RunningAgent;
 
-const int ownEndpoint = setenv("ORBendPoint", "giop:tcp:127.0.0.1:", 1);
+const int OWN_ENDPOINT = setenv("ORBendPoint", "giop:tcp:127.0.0.1:", 1);
 
 class Watching : public testing::Test {
  protected:
