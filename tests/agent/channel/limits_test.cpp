@@ -166,7 +166,7 @@ TEST_F(Limits, boundWhatWaitsForAllConsumers) {
     clients.back()->connect();
   }
   auto event = makeCreation("1");
-  setProperty(event, "additionalText", toAny(std::string(64 * 1024, 'x').c_str()));
+  setProperty(event, "additionalText", toAny(std::string(std::size_t{64} * 1024, 'x').c_str()));
   constexpr unsigned long EVENTS = 1500;
   for (unsigned long i = 0; i < EVENTS; ++i) {
     send(event);
@@ -175,7 +175,8 @@ TEST_F(Limits, boundWhatWaitsForAllConsumers) {
       becomesTrue([&] { return zk::platform::eventSinkCounts("event-cache").taken == EVENTS; }));
   EXPECT_TRUE(local.losses->becomes({"occurred 20121120094200.0Z 1"}));
   const auto& settings = local.session->parts().settings;
-  EXPECT_LE(local.session->parts().waiting->taken(), settings.eventBytes + 16 * 70 * 1024);
+  EXPECT_LE(local.session->parts().waiting->taken(),
+            settings.eventBytes + std::size_t{16} * 70 * 1024);
   if (MEMORY_TELLS) {
     EXPECT_LT(residentBytes() - before, static_cast<long>(settings.eventBytes) + 32 * MIB);
   }
