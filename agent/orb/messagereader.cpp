@@ -7,7 +7,6 @@ namespace zk::agent {
 namespace {
 
 constexpr std::size_t FLAGS_AT = 6;
-constexpr std::size_t SIZE_AT = 8;
 constexpr std::size_t FRAGMENT_DATA_AT = 16;
 constexpr unsigned char LITTLE_ENDIAN_FLAG = 1;
 constexpr unsigned char MORE_FRAGMENTS_FLAG = 2;
@@ -21,13 +20,6 @@ std::uint32_t numberIn(const char* bytes, bool littleEndian) {
   return number;
 }
 
-void putNumber(std::uint32_t number, bool littleEndian, char* bytes) {
-  for (unsigned i = 0; i < 4; ++i) {
-    const unsigned at = littleEndian ? i : 3 - i;
-    bytes[at] = static_cast<char>(static_cast<unsigned char>(number >> (8 * i)));
-  }
-}
-
 bool isLittleEndian(const std::string& message) {
   return (static_cast<unsigned char>(message[FLAGS_AT]) & LITTLE_ENDIAN_FLAG) != 0;
 }
@@ -36,23 +28,22 @@ bool isLittleEndian(const std::string& message) {
 void sealFragments(std::string& message) {
   message[FLAGS_AT] =
       static_cast<char>(static_cast<unsigned char>(message[FLAGS_AT]) & LITTLE_ENDIAN_FLAG);
-  const std::size_t size = message.size() - MessageReader::HEADER_SIZE;
-  putNumber(static_cast<std::uint32_t>(size), isLittleEndian(message), &message[SIZE_AT]);
+  sealMessage(message, isLittleEndian(message));
 }
 
 }  // namespace
 
 MessageReader::Step MessageReader::take(std::string_view& bytes) {
   while (!bytes.empty()) {
-    if (filled_ < HEADER_SIZE) {
+    if (filled_ < GIOP_HEADER_SIZE) {
       if (!takeHeader(bytes)) {
         return Step::BROKEN;
       }
-      if (filled_ < HEADER_SIZE) {
+      if (filled_ < GIOP_HEADER_SIZE) {
         return Step::MORE;
       }
     }
-    const std::size_t rest = HEADER_SIZE + header_.size - filled_;
+    const std::size_t rest = GIOP_HEADER_SIZE + header_.size - filled_;
     const std::string_view part = bytes.substr(0, rest);
     current_.append(part);
     filled_ += part.size();
@@ -71,17 +62,16 @@ MessageReader::Step MessageReader::take(std::string_view& bytes) {
 // False when what has come is no header. Looks at each byte once it is there, so
 // that a stranger to the protocol is not waited for.
 bool MessageReader::takeHeader(std::string_view& bytes) {
-  static constexpr std::string_view MAGIC = "GIOP";
-  const std::string_view part = bytes.substr(0, HEADER_SIZE - filled_);
+  const std::string_view part = bytes.substr(0, GIOP_HEADER_SIZE - filled_);
   std::copy(part.begin(), part.end(), headerBytes_.begin() + static_cast<std::ptrdiff_t>(filled_));
   filled_ += part.size();
   bytes.remove_prefix(part.size());
-  const std::size_t seen = std::min(filled_, MAGIC.size());
-  if (!std::equal(MAGIC.begin(), MAGIC.begin() + static_cast<std::ptrdiff_t>(seen),
+  const std::size_t seen = std::min(filled_, GIOP_MAGIC.size());
+  if (!std::equal(GIOP_MAGIC.begin(), GIOP_MAGIC.begin() + static_cast<std::ptrdiff_t>(seen),
                   headerBytes_.begin())) {
     return false;
   }
-  return filled_ < HEADER_SIZE || readHeader();
+  return filled_ < GIOP_HEADER_SIZE || readHeader();
 }
 
 bool MessageReader::readHeader() {
@@ -90,14 +80,14 @@ bool MessageReader::readHeader() {
   header_.minor = static_cast<unsigned char>(headerBytes_[5]);
   header_.littleEndian = (flags & LITTLE_ENDIAN_FLAG) != 0;
   header_.fragmented = (flags & MORE_FRAGMENTS_FLAG) != 0;
-  header_.size = numberIn(&headerBytes_[SIZE_AT], header_.littleEndian);
+  header_.size = numberIn(&headerBytes_[GIOP_SIZE_AT], header_.littleEndian);
   if (headerBytes_[4] != 1 || header_.minor > 2 ||
       type > static_cast<unsigned char>(GiopType::FRAGMENT)) {
     return false;
   }
   header_.type = static_cast<GiopType>(type);
-  current_.assign(headerBytes_.data(), HEADER_SIZE);
-  return HEADER_SIZE + header_.size <= largest_;
+  current_.assign(headerBytes_.data(), GIOP_HEADER_SIZE);
+  return GIOP_HEADER_SIZE + header_.size <= largest_;
 }
 
 MessageReader::Step MessageReader::endMessage() {
@@ -115,7 +105,7 @@ MessageReader::Step MessageReader::endMessage() {
       if (header_.size < 4) {
         return Step::BROKEN;
       }
-      unfinished_.erase(numberAt(HEADER_SIZE));
+      unfinished_.erase(numberAt(GIOP_HEADER_SIZE));
       return Step::MORE;
     case GiopType::CLOSE_CONNECTION:
     case GiopType::MESSAGE_ERROR:
@@ -132,7 +122,7 @@ MessageReader::Step MessageReader::beginFragmented() {
       unfinished_.size() == MOST_UNFINISHED) {
     return Step::BROKEN;
   }
-  const bool isNew = unfinished_.emplace(numberAt(HEADER_SIZE), std::move(current_)).second;
+  const bool isNew = unfinished_.emplace(numberAt(GIOP_HEADER_SIZE), std::move(current_)).second;
   current_.clear();
   return isNew ? Step::MORE : Step::BROKEN;
 }
@@ -141,7 +131,7 @@ MessageReader::Step MessageReader::addFragment() {
   if (header_.minor != 2 || header_.size < 4) {
     return Step::BROKEN;
   }
-  const auto found = unfinished_.find(numberAt(HEADER_SIZE));
+  const auto found = unfinished_.find(numberAt(GIOP_HEADER_SIZE));
   if (found == unfinished_.end()) {
     return Step::MORE;  // of a request that was cancelled meanwhile
   }

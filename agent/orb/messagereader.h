@@ -10,18 +10,9 @@
 #include <string>
 #include <string_view>
 
-namespace zk::agent {
+#include "agent/orb/giop.h"
 
-enum class GiopType : unsigned char {
-  REQUEST = 0,
-  REPLY = 1,
-  CANCEL_REQUEST = 2,
-  LOCATE_REQUEST = 3,
-  LOCATE_REPLY = 4,
-  CLOSE_CONNECTION = 5,
-  MESSAGE_ERROR = 6,
-  FRAGMENT = 7
-};
+namespace zk::agent {
 
 class MessageReader {
  public:
@@ -32,7 +23,6 @@ class MessageReader {
     BROKEN    // not GIOP, or not within the limits: nothing further can be read
   };
 
-  static constexpr std::size_t HEADER_SIZE = 12;
   static constexpr std::size_t MOST_UNFINISHED = 4;
 
   // A message, its fragments together, may have this many bytes.
@@ -70,7 +60,7 @@ class MessageReader {
   std::uint32_t numberAt(std::size_t offset) const;
 
   std::size_t largest_;
-  std::array<char, HEADER_SIZE> headerBytes_{};
+  std::array<char, GIOP_HEADER_SIZE> headerBytes_{};
   std::size_t filled_ = 0;  // of the header and the body of the message being read
   Header header_{};
   std::string current_;  // as far as it has come

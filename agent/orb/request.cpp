@@ -1,16 +1,12 @@
 #include "agent/orb/request.h"
 
 #include "agent/orb/cdr.h"
+#include "agent/orb/giop.h"
 
 namespace zk::agent {
 
 namespace {
 
-constexpr std::string_view MAGIC = "GIOP";
-constexpr std::size_t HEADER = 12;
-constexpr std::size_t SIZE_AT = 8;
-constexpr char REQUEST = 0;
-constexpr char LOCATE_REQUEST = 3;
 constexpr std::uint16_t KEY_ADDRESS = 0;
 constexpr std::uint32_t CODE_SETS = 1;
 constexpr std::uint8_t WANTS_REPLY = 1;
@@ -25,9 +21,10 @@ constexpr std::size_t CODE_SETS_SIZE = 12;
 
 // The byte order, when the message's own header is that of a whole message of the
 // kind.
-bool readHeader(std::string_view message, char kind, Request& request) {
-  if (message.size() < HEADER || message.substr(0, MAGIC.size()) != MAGIC || message[4] != 1 ||
-      message[5] < 0 || message[5] > 2 || message[7] != kind) {
+bool readHeader(std::string_view message, GiopType type, Request& request) {
+  if (message.size() < GIOP_HEADER_SIZE || message.substr(0, GIOP_MAGIC.size()) != GIOP_MAGIC ||
+      message[4] != 1 || message[5] < 0 || message[5] > 2 ||
+      message[7] != static_cast<char>(type)) {
     return false;
   }
   // The flag for a fragment to follow must be off.
@@ -36,8 +33,8 @@ bool readHeader(std::string_view message, char kind, Request& request) {
   }
   request.minor = static_cast<unsigned char>(message[5]);
   request.littleEndian = message[6] == 1;
-  CdrReader size(message, request.littleEndian, SIZE_AT);
-  return size.uint32() == message.size() - HEADER;
+  CdrReader size(message, request.littleEndian, GIOP_SIZE_AT);
+  return size.uint32() == message.size() - GIOP_HEADER_SIZE;
 }
 
 void readContexts(CdrReader& in) {
@@ -96,10 +93,10 @@ void readNewHeader(CdrReader& in, Request& request) {
 
 std::optional<Request> readRequest(std::string_view message) {
   Request request;
-  if (!readHeader(message, REQUEST, request)) {
+  if (!readHeader(message, GiopType::REQUEST, request)) {
     return std::nullopt;
   }
-  CdrReader in(message, request.littleEndian, HEADER);
+  CdrReader in(message, request.littleEndian, GIOP_HEADER_SIZE);
   if (request.minor < 2) {
     readOldHeader(in, request);
   } else {
@@ -114,10 +111,10 @@ std::optional<Request> readRequest(std::string_view message) {
 
 std::optional<Request> readLocateRequest(std::string_view message) {
   Request request;
-  if (!readHeader(message, LOCATE_REQUEST, request)) {
+  if (!readHeader(message, GiopType::LOCATE_REQUEST, request)) {
     return std::nullopt;
   }
-  CdrReader in(message, request.littleEndian, HEADER);
+  CdrReader in(message, request.littleEndian, GIOP_HEADER_SIZE);
   request.id = in.uint32();
   request.answered = true;
   request.key = request.minor < 2 ? in.octetList(MOST_KEY) : readTarget(in);

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "agent/orb/cdr.h"
+#include "agent/orb/giop.h"
 #include "agent/orb/layouts.h"
 #include "agent/orb/references.h"
 
@@ -12,8 +13,6 @@ namespace zk::agent {
 
 namespace {
 
-constexpr std::size_t HEADER = 12;
-constexpr std::size_t SIZE_AT = 8;
 constexpr std::uint32_t MOST_ELEMENTS = 1024;
 // More than the longest constraint, which gets an answer of its own.
 constexpr std::size_t MOST_TEXT = std::size_t{64} * 1024;
@@ -281,15 +280,6 @@ void Walk::expectBackward(CdrReader& in, const Layout& expected) {
   refuseUnless(offset < 0 && distance <= at && remembered_.has(at - distance, expected), in);
 }
 
-void cutMessage(std::string& message, bool littleEndian, std::size_t end) {
-  message.resize(end);
-  const std::size_t size = end - HEADER;
-  for (std::size_t i = 0; i < 4; ++i) {
-    const std::size_t at = SIZE_AT + (littleEndian ? i : 3 - i);
-    message[at] = static_cast<char>(static_cast<unsigned char>(size >> (8 * i)));
-  }
-}
-
 }  // namespace
 
 Verdict screen(std::string& message, const Request& request) {
@@ -308,7 +298,8 @@ Verdict screen(std::string& message, const Request& request) {
     }
   }
   if (best == Verdict::PASS) {
-    cutMessage(message, request.littleEndian, end);
+    message.resize(end);
+    sealMessage(message, request.littleEndian);
   }
   return best;
 }

@@ -5,11 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <limits>
-#include <new>
 
 #include "tests/messages/support.h"
+#include "tests/support/refusedallocations.h"
 
 namespace {
 
@@ -18,24 +17,7 @@ std::atomic<std::size_t> refused{std::numeric_limits<std::size_t>::max()};
 
 }  // namespace
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return size < refused.load() ? std::malloc(size != 0 ? size : 1) : nullptr;
-}
-
-void* operator new(std::size_t size) {
-  void* block = operator new(size, std::nothrow);
-  return block != nullptr ? block : throw std::bad_alloc();
-}
-
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t& none) noexcept {
-  return operator new(size, none);
-}
-
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+bool refusesAllocation(std::size_t size) { return size >= refused.load(); }
 
 namespace zk::test {
 namespace {

@@ -7,13 +7,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <limits>
 #include <map>
-#include <new>
 
 #include "tests/agent/channel/support/clients.h"
 #include "tests/agent/channel/support/filters.h"
+#include "tests/support/refusedallocations.h"
 
 namespace {
 
@@ -49,24 +48,7 @@ extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attribute
   return threadsFail ? EAGAIN : create(thread, attributes, start, argument);
 }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return fails() ? nullptr : std::malloc(size != 0 ? size : 1);
-}
-
-void* operator new(std::size_t size) {
-  void* block = operator new(size, std::nothrow);
-  return block != nullptr ? block : throw std::bad_alloc();
-}
-
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t& none) noexcept {
-  return operator new(size, none);
-}
-
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+bool refusesAllocation(std::size_t) { return fails(); }
 
 namespace {
 
