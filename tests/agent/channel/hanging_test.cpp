@@ -66,6 +66,8 @@ class DeafListener {
 
 class Hanging : public testing::Test {
  protected:
+  explicit Hanging(const zk::agent::ChannelSettings& settings = impatient()) : local(settings) {}
+
   // A consumer of the other session that hangs in a call.
   CosNotifyChannelAdmin::StructuredProxyPushSupplier_var hang() {
     const CosNotifyChannelAdmin::EventChannel_var channel = other->reference();
@@ -77,7 +79,7 @@ class Hanging : public testing::Test {
   }
 
   DeafListener deaf;
-  LocalChannel local{impatient()};
+  LocalChannel local;
   std::shared_ptr<zk::agent::SessionChannel> other =
       local.service.open(LocalChannel::OTHER, local.home, local.losses);
 };
@@ -120,7 +122,20 @@ TEST_F(Hanging, answersDelayNeitherOthersNorTheStop) {
 }
 
 // Made, and let go of while the call lasts, again and again.
-TEST_F(Hanging, consumersHaveSoManyThreadsAndNoMore) {
+// Few threads, and calls that hang until all of them do.
+zk::agent::ChannelSettings patient() {
+  zk::agent::ChannelSettings settings = impatient();
+  settings.callLimit = milliseconds(3000);
+  settings.threads = 8;
+  return settings;
+}
+
+class HangingLong : public Hanging {
+ protected:
+  HangingLong() : Hanging(patient()) {}
+};
+
+TEST_F(HangingLong, consumersHaveSoManyThreadsAndNoMore) {
   const std::size_t most = other->parts().settings.threads;
   StructuredPush witness(local);
   witness.connect();
